@@ -1,0 +1,59 @@
+#include "qvad/db/OdDbDatabase.h"
+
+#include <charconv>
+
+OdDbDatabase::OdDbDatabase() = default;
+OdDbDatabase::~OdDbDatabase() = default;
+
+int OdDbDatabase::versionNumber() const {
+    std::string_view v = version();
+    int n = 0;
+    if (v.size() > 2) std::from_chars(v.data() + 2, v.data() + v.size(), n);
+    return n;
+}
+
+OdDbObject* OdDbDatabase::add(std::unique_ptr<OdDbObject> object) {
+    object->setDatabase(this);
+    OdDbObject* raw = object.get();
+    m_all.push_back(std::move(object));
+    if (raw->handle() != 0) registerHandle(raw);
+    return raw;
+}
+
+OdDbObject* OdDbDatabase::getObject(qvad::Handle h) const {
+    auto it = m_byHandle.find(h);
+    return it == m_byHandle.end() ? nullptr : it->second;
+}
+
+void OdDbDatabase::registerHandle(OdDbObject* object) {
+    m_byHandle[object->handle()] = object;
+    if (object->handle() >= m_handseed) m_handseed = object->handle() + 1;
+}
+
+void OdDbDatabase::unregisterHandle(qvad::Handle h) { m_byHandle.erase(h); }
+
+qvad::Handle OdDbDatabase::allocateHandle() {
+    while (m_byHandle.count(m_handseed)) ++m_handseed;
+    return m_handseed++;
+}
+
+OdDbSymbolTable* OdDbDatabase::table(std::string_view name) const {
+    for (OdDbSymbolTable* t : m_tables)
+        if (equalsNoCase(t->name(), name)) return t;
+    return nullptr;
+}
+
+OdDbBlockTableRecord* OdDbDatabase::findBlock(std::string_view name) const {
+    for (OdDbBlockTableRecord* b : m_blocks)
+        if (!b->isErased() && equalsNoCase(b->name(), name)) return b;
+    return nullptr;
+}
+
+OdDbBlockTableRecord* OdDbDatabase::modelSpace() const { return findBlock("*Model_Space"); }
+OdDbBlockTableRecord* OdDbDatabase::paperSpace() const { return findBlock("*Paper_Space"); }
+
+OdDbObject* OdDbDatabase::namedObjectsDictionary() const {
+    for (OdDbObject* o : m_objects)
+        if (o->typeName() == "DICTIONARY") return o;
+    return nullptr;
+}

@@ -1,0 +1,92 @@
+#pragma once
+// The drawing: header, classes, symbol tables, blocks (model and paper space among them), the
+// OBJECTS section and any sections nobody here knows, which are kept as they came.
+
+#include "qvad/db/OdDbSymbolTable.h"
+#include "qvad/db/header_variables.h"
+#include "qvad/dxf/string_pool.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+struct RawSection {
+    std::string_view name;
+    std::string_view after; // the known section it followed in the file ("" when it came first)
+    std::vector<qvad::dxf::Tag> tags;
+};
+
+class OdDbDatabase {
+public:
+    OdDbDatabase();
+    ~OdDbDatabase();
+    OdDbDatabase(const OdDbDatabase&) = delete;
+    OdDbDatabase& operator=(const OdDbDatabase&) = delete;
+
+    qvad::dxf::StringPool& strings() { return m_strings; }
+    std::string_view keep(std::string_view text) { return m_strings.store(text); }
+
+    // "AC1032" and so on; AC1009 and older are upgraded on load.
+    std::string_view version() const { return m_header.value("$ACADVER", "AC1032"); }
+    int versionNumber() const; // 1032 for "AC1032"
+    std::string_view codePage() const { return m_header.value("$DWGCODEPAGE", "ANSI_1252"); }
+    HeaderVariables& header() { return m_header; }
+    const HeaderVariables& header() const { return m_header; }
+
+    std::vector<qvad::dxf::Tag>& classes() { return m_classes; }
+    std::vector<RawSection>& rawSections() { return m_rawSections; }
+    const std::vector<RawSection>& rawSections() const { return m_rawSections; }
+
+    // Takes ownership; registers the handle when it has one.
+    OdDbObject* add(std::unique_ptr<OdDbObject> object);
+    template <class T, class... A> T* make(A&&... args) {
+        return static_cast<T*>(add(std::make_unique<T>(std::forward<A>(args)...)));
+    }
+    const std::vector<std::unique_ptr<OdDbObject>>& allObjects() const { return m_all; }
+
+    OdDbObject* getObject(qvad::Handle h) const;
+    // Points the handle at the object (it must already carry that handle).
+    void registerHandle(OdDbObject* object);
+    void unregisterHandle(qvad::Handle h);
+    // A fresh handle from $HANDSEED, which moves on.
+    qvad::Handle allocateHandle();
+    qvad::Handle handseed() const { return m_handseed; }
+    void setHandseed(qvad::Handle h) { m_handseed = h; }
+
+    std::vector<OdDbSymbolTable*>& tables() { return m_tables; }
+    const std::vector<OdDbSymbolTable*>& tables() const { return m_tables; }
+    OdDbSymbolTable* table(std::string_view name) const;
+
+    // Blocks in the order the BLOCKS section lists them.
+    std::vector<OdDbBlockTableRecord*>& blocks() { return m_blocks; }
+    const std::vector<OdDbBlockTableRecord*>& blocks() const { return m_blocks; }
+    OdDbBlockTableRecord* findBlock(std::string_view name) const;
+    OdDbBlockTableRecord* modelSpace() const;
+    // The active layout's block, "*Paper_Space".
+    OdDbBlockTableRecord* paperSpace() const;
+
+    std::vector<OdDbObject*>& objectsSection() { return m_objects; }
+    const std::vector<OdDbObject*>& objectsSection() const { return m_objects; }
+    OdDbObject* namedObjectsDictionary() const;
+
+    // What loading had to mend, one line each, for the user to read.
+    std::vector<std::string>& repairs() { return m_repairs; }
+
+    // The file's own tags, which loaded objects point into; kept alive with the database.
+    std::vector<qvad::dxf::Tag>& fileTags() { return m_fileTags; }
+
+private:
+    qvad::dxf::StringPool m_strings;
+    std::vector<qvad::dxf::Tag> m_fileTags;
+    HeaderVariables m_header;
+    std::vector<qvad::dxf::Tag> m_classes;
+    std::vector<RawSection> m_rawSections;
+    std::vector<std::unique_ptr<OdDbObject>> m_all;
+    std::unordered_map<qvad::Handle, OdDbObject*> m_byHandle;
+    qvad::Handle m_handseed = 1;
+    std::vector<OdDbSymbolTable*> m_tables;
+    std::vector<OdDbBlockTableRecord*> m_blocks;
+    std::vector<OdDbObject*> m_objects;
+    std::vector<std::string> m_repairs;
+};

@@ -1,0 +1,261 @@
+#include "qvad/db/OdDbObject.h"
+
+#include "qvad/db/OdDbDatabase.h"
+
+#include <charconv>
+#include <cmath>
+
+OdDbObject::~OdDbObject() = default;
+
+std::string formatReal(double value) {
+    if (value == 0.0) return "0.0";
+    char text[32];
+    auto r = std::to_chars(text, text + sizeof text, value);
+    std::string s(text, r.ptr);
+    // Every reader accepts "1.0"; some choke on "1" where a real is due.
+    if (s.find_first_of(".eEn") == std::string::npos) s += ".0";
+    return s;
+}
+
+void OdDbObject::viewTags(const Tag* data, std::size_t count) {
+    m_ownTags.reset();
+    m_tagData = data;
+    m_tagCount = static_cast<std::uint32_t>(count);
+}
+
+std::vector<Tag>& OdDbObject::mutableTags() {
+    if (!m_ownTags) {
+        m_ownTags = std::make_unique<std::vector<Tag>>(m_tagData, m_tagData + m_tagCount);
+    }
+    // The caller may grow the vector; the span is refreshed on every access through tags().
+    m_tagData = m_ownTags->data();
+    m_tagCount = static_cast<std::uint32_t>(m_ownTags->size());
+    return *m_ownTags;
+}
+
+void OdDbObject::assignTags(std::vector<Tag> tags) {
+    m_ownTags = std::make_unique<std::vector<Tag>>(std::move(tags));
+    m_tagData = m_ownTags->data();
+    m_tagCount = static_cast<std::uint32_t>(m_ownTags->size());
+}
+
+void OdDbObject::syncHeadFromTags() {
+    std::size_t h = handleTagIndex();
+    m_handle = h < m_tagCount ? qvad::parseHandle(m_tagData[h].value()) : 0;
+    std::size_t o = ownerTagIndex();
+    m_owner = o < m_tagCount ? qvad::parseHandle(m_tagData[o].value()) : 0;
+}
+
+std::size_t OdDbObject::handleTagIndex() const {
+    for (std::size_t i = 0; i < m_tagCount; ++i) {
+        int c = m_tagData[i].code;
+        if (c == 5 || c == 105) return i;
+        if (c == 100 || c == 1001) break;
+    }
+    return m_tagCount;
+}
+
+std::size_t OdDbObject::ownerTagIndex() const {
+    bool inGroup = false;
+    for (std::size_t i = 0; i < m_tagCount; ++i) {
+        const Tag& t = m_tagData[i];
+        if (t.code == 102) {
+            inGroup = t.value().starts_with("{");
+            continue;
+        }
+        if (inGroup) continue;
+        if (t.code == 330) return i;
+        if (t.code == 100 || t.code == 1001) break;
+    }
+    return m_tagCount;
+}
+
+void OdDbObject::setHandle(qvad::Handle h) {
+    m_handle = h;
+    std::string text = qvad::formatHandle(h);
+    std::size_t i = handleTagIndex();
+    auto& tags = mutableTags();
+    if (i < tags.size()) {
+        tags[i] = Tag(tags[i].code, keep(text));
+    } else {
+        tags.insert(tags.begin(), Tag(m_type == "DIMSTYLE" ? 105 : 5, keep(text)));
+    }
+    mutableTags();
+}
+
+void OdDbObject::setOwnerHandle(qvad::Handle h) {
+    m_owner = h;
+    std::string text = qvad::formatHandle(h);
+    std::size_t i = ownerTagIndex();
+    auto& tags = mutableTags();
+    if (i < tags.size()) {
+        tags[i] = Tag(330, keep(text));
+    } else {
+        // After the handle and any 102 groups, before the first subclass marker.
+        std::size_t at = 0;
+        bool inGroup = false;
+        for (; at < tags.size(); ++at) {
+            const Tag& t = tags[at];
+            if (t.code == 102) {
+                inGroup = t.value().starts_with("{");
+                continue;
+            }
+            if (inGroup || t.code == 5 || t.code == 105) continue;
+            break;
+        }
+        tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at), Tag(330, keep(text)));
+    }
+    mutableTags();
+}
+
+std::size_t OdDbObject::xdataStart() const {
+    for (std::size_t i = 0; i < m_tagCount; ++i)
+        if (m_tagData[i].code == 1001) return i;
+    return m_tagCount;
+}
+
+std::pair<std::size_t, std::size_t> OdDbObject::subclassRange(std::string_view subclass) const {
+    std::size_t end = xdataStart();
+    if (subclass.empty()) return {0, end};
+    for (std::size_t i = 0; i < end; ++i) {
+        if (m_tagData[i].code == 100 && m_tagData[i].value() == subclass) {
+            std::size_t j = i + 1;
+            while (j < end && m_tagData[j].code != 100) ++j;
+            return {i + 1, j};
+        }
+    }
+    return {end, end};
+}
+
+bool OdDbObject::hasSubclass(std::string_view subclass) const {
+    auto [b, e] = subclassRange(subclass);
+    return b != e || (b > 0 && b <= m_tagCount && m_tagData[b - 1].code == 100 && m_tagData[b - 1].value() == subclass);
+}
+
+const Tag* OdDbObject::findTag(int code, std::string_view subclass) const {
+    auto [b, e] = subclassRange(subclass);
+    for (std::size_t i = b; i < e; ++i)
+        if (m_tagData[i].code == code) return &m_tagData[i];
+    return nullptr;
+}
+
+std::string_view OdDbObject::getString(int code, std::string_view fallback, std::string_view subclass) const {
+    const Tag* t = findTag(code, subclass);
+    return t ? t->value() : fallback;
+}
+
+namespace {
+std::string_view trimmed(std::string_view s) {
+    while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
+    while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
+    if (!s.empty() && s.front() == '+') s.remove_prefix(1);
+    return s;
+}
+} // namespace
+
+double OdDbObject::getDouble(int code, double fallback, std::string_view subclass) const {
+    const Tag* t = findTag(code, subclass);
+    if (!t) return fallback;
+    std::string_view s = trimmed(t->value());
+    double v = fallback;
+    std::from_chars(s.data(), s.data() + s.size(), v);
+    return v;
+}
+
+long long OdDbObject::getInt(int code, long long fallback, std::string_view subclass) const {
+    const Tag* t = findTag(code, subclass);
+    if (!t) return fallback;
+    std::string_view s = trimmed(t->value());
+    long long v = fallback;
+    std::from_chars(s.data(), s.data() + s.size(), v);
+    return v;
+}
+
+OdGePoint3d OdDbObject::getPoint(int code, const OdGePoint3d& fallback, std::string_view subclass) const {
+    auto [b, e] = subclassRange(subclass);
+    for (std::size_t i = b; i < e; ++i) {
+        if (m_tagData[i].code != code) continue;
+        OdGePoint3d p = fallback;
+        p.z = 0.0;
+        auto read = [](const Tag& t, double& out) {
+            std::string_view s = trimmed(t.value());
+            std::from_chars(s.data(), s.data() + s.size(), out);
+        };
+        read(m_tagData[i], p.x);
+        if (i + 1 < e && m_tagData[i + 1].code == code + 10) read(m_tagData[i + 1], p.y);
+        if (i + 2 < e && m_tagData[i + 2].code == code + 20) read(m_tagData[i + 2], p.z);
+        return p;
+    }
+    return fallback;
+}
+
+qvad::Handle OdDbObject::getHandle(int code, std::string_view subclass) const {
+    const Tag* t = findTag(code, subclass);
+    return t ? qvad::parseHandle(t->value()) : 0;
+}
+
+std::string_view OdDbObject::keep(std::string_view text) {
+    if (m_db) return m_db->strings().store(text);
+    static qvad::dxf::StringPool detached;
+    return detached.store(text);
+}
+
+void OdDbObject::setString(int code, std::string_view value, std::string_view subclass) {
+    std::string_view kept = keep(value);
+    auto [b, e] = subclassRange(subclass);
+    auto& tags = mutableTags();
+    for (std::size_t i = b; i < e; ++i) {
+        if (tags[i].code == code) {
+            tags[i] = Tag(code, kept);
+            return;
+        }
+    }
+    tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(e), Tag(code, kept));
+    mutableTags();
+}
+
+void OdDbObject::setDouble(int code, double value, std::string_view subclass) {
+    setString(code, formatReal(value), subclass);
+}
+
+void OdDbObject::setInt(int code, long long value, std::string_view subclass) {
+    setString(code, std::to_string(value), subclass);
+}
+
+void OdDbObject::setHandleRef(int code, qvad::Handle h, std::string_view subclass) {
+    setString(code, qvad::formatHandle(h), subclass);
+}
+
+void OdDbObject::setPoint(int code, const OdGePoint3d& p, std::string_view subclass) {
+    auto [b, e] = subclassRange(subclass);
+    auto& tags = mutableTags();
+    std::size_t at = e;
+    for (std::size_t i = b; i < e; ++i)
+        if (tags[i].code == code) {
+            at = i;
+            break;
+        }
+    std::string_view x = keep(formatReal(p.x)), y = keep(formatReal(p.y)), z = keep(formatReal(p.z));
+    if (at == e) {
+        Tag inserted[3] = {Tag(code, x), Tag(code + 10, y), Tag(code + 20, z)};
+        tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at), inserted, inserted + 3);
+    } else {
+        tags[at] = Tag(code, x);
+        if (at + 1 < tags.size() && tags[at + 1].code == code + 10) tags[at + 1] = Tag(code + 10, y);
+        else tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at + 1), Tag(code + 10, y));
+        if (at + 2 < tags.size() && tags[at + 2].code == code + 20) tags[at + 2] = Tag(code + 20, z);
+        // A 2D point stays 2D in the file unless it leaves the plane.
+        else if (p.z != 0.0) tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at + 2), Tag(code + 20, z));
+    }
+    mutableTags();
+}
+
+void OdDbObject::removeTags(int code, std::string_view subclass) {
+    auto [b, e] = subclassRange(subclass);
+    auto& tags = mutableTags();
+    std::size_t out = b;
+    for (std::size_t i = b; i < e; ++i)
+        if (tags[i].code != code) tags[out++] = tags[i];
+    tags.erase(tags.begin() + static_cast<std::ptrdiff_t>(out), tags.begin() + static_cast<std::ptrdiff_t>(e));
+    mutableTags();
+}

@@ -1,0 +1,212 @@
+#include "qvad/dxf/tag_reader.h"
+
+#include "qvad/dxf/dxf_error.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cstring>
+
+namespace qvad::dxf {
+namespace {
+
+constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
+
+std::string_view trimSpaces(std::string_view s) {
+    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t' || s.back() == '\r')) s.remove_suffix(1);
+    return s;
+}
+
+bool parseCode(std::string_view s, int& code) {
+    s = trimSpaces(s);
+    if (s.empty()) return false;
+    auto [p, ec] = std::from_chars(s.data(), s.data() + s.size(), code);
+    return ec == std::errc() && p == s.data() + s.size();
+}
+
+bool looksLikeInteger(std::string_view s) {
+    if (!s.empty() && (s[0] == '-' || s[0] == '+')) s.remove_prefix(1);
+    if (s.empty()) return false;
+    for (char c : s)
+        if (c < '0' || c > '9') return false;
+    return true;
+}
+
+bool looksLikeReal(std::string_view s) {
+    std::size_t i = 0, n = s.size();
+    if (i < n && (s[i] == '-' || s[i] == '+')) ++i;
+    std::size_t digits = 0;
+    while (i < n && s[i] >= '0' && s[i] <= '9') ++i, ++digits;
+    if (i < n && s[i] == '.') {
+        ++i;
+        while (i < n && s[i] >= '0' && s[i] <= '9') ++i, ++digits;
+    }
+    if (digits == 0) return false;
+    if (i < n && (s[i] == 'e' || s[i] == 'E')) {
+        ++i;
+        if (i < n && (s[i] == '-' || s[i] == '+')) ++i;
+        std::size_t expDigits = 0;
+        while (i < n && s[i] >= '0' && s[i] <= '9') ++i, ++expDigits;
+        if (expDigits == 0) return false;
+    }
+    return i == n;
+}
+
+bool isBlank(std::string_view s) {
+    return std::all_of(s.begin(), s.end(), [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0' || c == 0x1a; });
+}
+
+std::string printable(std::string_view s) {
+    std::string out;
+    for (char c : s.substr(0, 40)) out += (static_cast<unsigned char>(c) < 32) ? '?' : c;
+    if (s.size() > 40) out += "...";
+    return out;
+}
+
+TagFile readAscii(std::string_view buf) {
+    TagFile file;
+    if (buf.starts_with("\xEF\xBB\xBF")) buf.remove_prefix(3);
+    file.tags.reserve(static_cast<std::size_t>(std::count(buf.begin(), buf.end(), '\n')) / 2 + 2);
+    const char* p = buf.data();
+    const char* end = p + buf.size();
+    auto nextLine = [&](std::string_view& line) {
+        if (p >= end) return false;
+        const char* nl = static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
+        const char* stop = nl ? nl : end;
+        line = std::string_view(p, static_cast<std::size_t>(stop - p));
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        p = nl ? nl + 1 : end;
+        return true;
+    };
+    std::string_view codeLine, valueLine;
+    while (nextLine(codeLine)) {
+        std::size_t line = lineOfTag(file.tags.size());
+        int code = 0;
+        if (!parseCode(codeLine, code)) {
+            if (isBlank(std::string_view(codeLine.data(), static_cast<std::size_t>(end - codeLine.data()))))
+                break;
+            throw DxfError(line, "group code expected, found \"" + printable(codeLine) + "\"");
+        }
+        if (!nextLine(valueLine))
+            throw DxfError(line + 1, "unexpected end of file: value of group code " + std::to_string(code) +
+                                         " missing");
+        ValueKind kind = valueKind(code);
+        if (kind == ValueKind::Double || kind == ValueKind::Int16 || kind == ValueKind::Int32 ||
+            kind == ValueKind::Int64 || kind == ValueKind::Bool) {
+            valueLine = trimSpaces(valueLine);
+            bool ok = kind == ValueKind::Double ? looksLikeReal(valueLine) : looksLikeInteger(valueLine);
+            if (!ok)
+                throw DxfError(line + 1, "group code " + std::to_string(code) + " needs a number, found \"" +
+                                             printable(valueLine) + "\"");
+        } else if (kind == ValueKind::Handle) {
+            valueLine = trimSpaces(valueLine);
+        }
+        file.tags.emplace_back(code, valueLine);
+        if (code == 0 && valueLine == "EOF") {
+            std::string_view rest(p, static_cast<std::size_t>(end - p));
+            if (!isBlank(rest)) file.bytesAfterEof = rest.size();
+            break;
+        }
+    }
+    return file;
+}
+
+class BinaryCursor {
+public:
+    BinaryCursor(std::string_view buf, std::size_t pos) : m_buf(buf), m_pos(pos) {}
+    bool atEnd() const { return m_pos >= m_buf.size(); }
+    std::size_t pos() const { return m_pos; }
+
+    template <class T> T read() {
+        need(sizeof(T));
+        T v;
+        std::memcpy(&v, m_buf.data() + m_pos, sizeof(T));
+        m_pos += sizeof(T);
+        static_assert(std::endian::native == std::endian::little, "binary DXF is little-endian");
+        return v;
+    }
+    std::string_view cstring() {
+        const void* z = std::memchr(m_buf.data() + m_pos, '\0', m_buf.size() - m_pos);
+        if (!z) throw DxfError(0, "binary file truncated at byte " + std::to_string(m_pos) + ": unterminated text");
+        std::size_t len = static_cast<std::size_t>(static_cast<const char*>(z) - (m_buf.data() + m_pos));
+        std::string_view s(m_buf.data() + m_pos, len);
+        m_pos += len + 1;
+        return s;
+    }
+    std::string_view bytes(std::size_t n) {
+        need(n);
+        std::string_view s(m_buf.data() + m_pos, n);
+        m_pos += n;
+        return s;
+    }
+
+private:
+    void need(std::size_t n) const {
+        if (m_pos + n > m_buf.size())
+            throw DxfError(0, "binary file truncated at byte " + std::to_string(m_pos));
+    }
+    std::string_view m_buf;
+    std::size_t m_pos;
+};
+
+template <class T> std::string_view formatNumber(T v, StringPool& pool) {
+    char text[64];
+    auto r = std::to_chars(text, text + sizeof text, v);
+    return pool.store(std::string_view(text, static_cast<std::size_t>(r.ptr - text)));
+}
+
+TagFile readBinary(std::string_view buf, StringPool& pool) {
+    TagFile file;
+    file.binary = true;
+    // R12 binary files store codes in one byte (255 escapes to a 16-bit code); later ones use two.
+    // The first tag is always "0 SECTION", so the byte after the sentinel tells the two apart.
+    bool wideCodes = buf.size() > kBinarySentinel.size() + 1 && buf[kBinarySentinel.size() + 1] == '\0';
+    BinaryCursor in(buf, kBinarySentinel.size());
+    while (!in.atEnd()) {
+        std::size_t at = in.pos();
+        int code;
+        if (wideCodes) {
+            code = in.read<std::int16_t>();
+        } else {
+            code = in.read<std::uint8_t>();
+            if (code == 255) code = in.read<std::int16_t>();
+        }
+        std::string_view value;
+        switch (valueKind(code)) {
+        case ValueKind::Double: value = formatNumber(in.read<double>(), pool); break;
+        case ValueKind::Int16: value = formatNumber(in.read<std::int16_t>(), pool); break;
+        case ValueKind::Int32: value = formatNumber(in.read<std::int32_t>(), pool); break;
+        case ValueKind::Int64: value = formatNumber(in.read<std::int64_t>(), pool); break;
+        case ValueKind::Bool: value = formatNumber(static_cast<int>(in.read<std::uint8_t>()), pool); break;
+        case ValueKind::Binary: {
+            std::string_view raw = in.bytes(in.read<std::uint8_t>());
+            std::string hex;
+            hex.reserve(raw.size() * 2);
+            static const char digits[] = "0123456789ABCDEF";
+            for (unsigned char c : raw) hex += digits[c >> 4], hex += digits[c & 15];
+            value = pool.store(hex);
+            break;
+        }
+        default: value = in.cstring(); break;
+        }
+        if (code < -5 || code > 1071)
+            throw DxfError(0, "invalid group code " + std::to_string(code) + " at byte " + std::to_string(at));
+        file.tags.emplace_back(code, value);
+        if (code == 0 && value == "EOF") {
+            if (!isBlank(buf.substr(in.pos()))) file.bytesAfterEof = buf.size() - in.pos();
+            break;
+        }
+    }
+    return file;
+}
+
+} // namespace
+
+bool isBinaryDxf(std::string_view buffer) { return buffer.starts_with(kBinarySentinel); }
+
+TagFile readTags(std::string_view buffer, StringPool& pool) {
+    return isBinaryDxf(buffer) ? readBinary(buffer, pool) : readAscii(buffer);
+}
+
+} // namespace qvad::dxf
