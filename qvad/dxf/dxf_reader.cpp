@@ -65,7 +65,7 @@ public:
 
 private:
     [[noreturn]] void fail(std::size_t index, const std::string& reason) const {
-        throw DxfError(m_binary ? 0 : lineOfTag(index), reason);
+        throw DxfError(m_binary ? 0 : m_lines.lineOf(index), reason);
     }
 
     std::vector<Section> splitSections() {
@@ -74,9 +74,13 @@ private:
         while (i < n) {
             const Tag& t = m_tags[i];
             if (t.is(0, "EOF")) return sections;
-            if (!t.is(0, "SECTION"))
-                fail(i, "SECTION expected, found group " + std::to_string(t.code) + " \"" +
-                            std::string(t.value().substr(0, 40)) + "\"");
+            if (!t.is(0, "SECTION")) {
+                if (sections.empty())
+                    fail(i, "SECTION expected, found group " + std::to_string(t.code) + " \"" +
+                                std::string(t.value().substr(0, 40)) + "\"");
+                i = strayTags(i, sections);
+                continue;
+            }
             if (i + 1 >= n || m_tags[i + 1].code != 2) fail(i + 1, "section name (group 2) expected");
             std::string_view name = m_tags[i + 1].value();
             std::size_t j = i + 2;
@@ -88,7 +92,30 @@ private:
             sections.push_back({name, i + 2, j});
             i = j + 1;
         }
-        fail(n, "unexpected end of file: EOF marker missing");
+        // Every section was closed, only the final marker is missing: nothing was lost.
+        if (!sections.empty()) {
+            m_db.repairs().push_back("added the missing EOF marker");
+            return sections;
+        }
+        fail(n, "unexpected end of file: no SECTION found");
+    }
+
+    // Tags between sections. Some writers close the header early and go on with its variables;
+    // those join the header. Anything else up to the next section is dropped and reported.
+    std::size_t strayTags(std::size_t i, std::vector<Section>& sections) {
+        std::size_t n = m_tags.size();
+        std::size_t j = i;
+        while (j < n && !(m_tags[j].code == 0 && (m_tags[j].value() == "ENDSEC" || m_tags[j].value() == "SECTION" ||
+                                                  m_tags[j].value() == "EOF")))
+            ++j;
+        if (m_tags[i].code == 9 && sections.back().name == "HEADER") {
+            sections.push_back({"HEADER", i, j});
+            m_db.repairs().push_back("took header variables found after the end of the HEADER section");
+        } else {
+            m_db.repairs().push_back("ignored " + std::to_string(j - i) + " stray tags between sections at line " +
+                                     std::to_string(m_binary ? 0 : m_lines.lineOf(i)));
+        }
+        return j < n && m_tags[j].value() == "ENDSEC" ? j + 1 : j;
     }
 
     void readHeader(const Section& s) {
@@ -184,11 +211,22 @@ private:
             } else if (type == "ENDTAB") {
                 current = nullptr;
             } else {
-                if (!current) fail(at, "table entry " + std::string(type) + " outside a TABLE");
+                if (!current) current = tableForStrayRecord(type);
                 auto* record = static_cast<OdDbSymbolTableRecord*>(makeObject(at, end, ObjectContext::TableRecord));
                 current->records().push_back(record);
             }
         });
+    }
+
+    // A record outside any TABLE joins the table its type names, made if need be.
+    OdDbSymbolTable* tableForStrayRecord(std::string_view type) {
+        m_db.repairs().push_back("put a " + std::string(type) + " entry found outside its table back into it");
+        if (OdDbSymbolTable* t = m_db.table(type)) return t;
+        auto table = std::make_unique<OdDbSymbolTable>();
+        table->assignTags({Tag(2, type), Tag(100, "AcDbSymbolTable"), Tag(70, "0")});
+        auto* raw = static_cast<OdDbSymbolTable*>(m_db.add(std::move(table)));
+        m_db.tables().push_back(raw);
+        return raw;
     }
 
     void readBlocks(const Section& s) {
@@ -263,13 +301,17 @@ private:
     OdDbDatabase& m_db;
     std::vector<Tag>& m_tags;
     bool m_binary = false;
+    TagFile m_lines; // tags moved out; keeps what maps tags to lines
     std::vector<qvad::db::BlockDefinition> m_blockDefs;
     std::vector<OdDbEntity*> m_entities;
     std::vector<qvad::db::HandleRepair> m_needHandle;
     std::vector<OdDbComplexEntity*> m_missingSeqend;
 
 public:
-    void setBinary(bool b) { m_binary = b; }
+    void setSource(TagFile&& lines) {
+        m_binary = lines.binary;
+        m_lines = std::move(lines);
+    }
 };
 
 } // namespace
@@ -283,7 +325,7 @@ std::unique_ptr<OdDbDatabase> readDxfBuffer(std::string buffer) {
         db->repairs().push_back("ignored " + std::to_string(file.bytesAfterEof) + " bytes after the end of file");
     db->fileTags() = std::move(file.tags);
     Reader reader(*db, db->fileTags());
-    reader.setBinary(file.binary);
+    reader.setSource(std::move(file));
     reader.run();
     return db;
 }

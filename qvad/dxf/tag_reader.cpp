@@ -81,7 +81,7 @@ TagFile readAscii(std::string_view buf) {
     };
     std::string_view codeLine, valueLine;
     while (nextLine(codeLine)) {
-        std::size_t line = lineOfTag(file.tags.size());
+        std::size_t line = 2 * (file.tags.size() + file.commentsBefore.size()) + 1;
         int code = 0;
         if (!parseCode(codeLine, code)) {
             if (isBlank(std::string_view(codeLine.data(), static_cast<std::size_t>(end - codeLine.data()))))
@@ -101,6 +101,11 @@ TagFile readAscii(std::string_view buf) {
                                              printable(valueLine) + "\"");
         } else if (kind == ValueKind::Handle) {
             valueLine = trimSpaces(valueLine);
+        }
+        // Comments carry no drawing data; dropping them keeps every later stage free of them.
+        if (code == 999) {
+            file.commentsBefore.push_back(file.tags.size());
+            continue;
         }
         file.tags.emplace_back(code, valueLine);
         if (code == 0 && valueLine == "EOF") {
@@ -192,6 +197,7 @@ TagFile readBinary(std::string_view buf, StringPool& pool) {
         }
         if (code < -5 || code > 1071)
             throw DxfError(0, "invalid group code " + std::to_string(code) + " at byte " + std::to_string(at));
+        if (code == 999) continue;
         file.tags.emplace_back(code, value);
         if (code == 0 && value == "EOF") {
             if (!isBlank(buf.substr(in.pos()))) file.bytesAfterEof = buf.size() - in.pos();
@@ -202,6 +208,11 @@ TagFile readBinary(std::string_view buf, StringPool& pool) {
 }
 
 } // namespace
+
+std::size_t TagFile::lineOf(std::size_t index) const {
+    auto shift = std::upper_bound(commentsBefore.begin(), commentsBefore.end(), index) - commentsBefore.begin();
+    return 2 * (index + static_cast<std::size_t>(shift)) + 1;
+}
 
 bool isBinaryDxf(std::string_view buffer) { return buffer.starts_with(kBinarySentinel); }
 

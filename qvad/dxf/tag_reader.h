@@ -15,6 +15,11 @@ struct TagFile {
     std::vector<Tag> tags; // up to and including "0 EOF"
     bool binary = false;
     std::size_t bytesAfterEof = 0; // non-blank bytes that followed EOF and were ignored
+    // Tag indices before which a comment (group 999) was dropped; they shift line numbers.
+    std::vector<std::size_t> commentsBefore;
+
+    // 1-based line of a tag's group code in an ASCII file: every tag takes exactly two lines.
+    std::size_t lineOf(std::size_t index) const;
 };
 
 bool isBinaryDxf(std::string_view buffer);
@@ -22,7 +27,6 @@ bool isBinaryDxf(std::string_view buffer);
 // Throws DxfError naming the line (ASCII) or byte offset (binary) of the first malformed tag.
 TagFile readTags(std::string_view buffer, StringPool& pool);
 
-// 1-based line of a tag's group code in an ASCII file: every tag takes exactly two lines.
-inline std::size_t lineOfTag(std::size_t index) { return 2 * index + 1; }
+// Line numbers are counted while reading because dropped comments shift them.
 
 } // namespace qvad::dxf
