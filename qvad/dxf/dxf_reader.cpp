@@ -100,7 +100,7 @@ private:
         fail(n, "unexpected end of file: no SECTION found");
     }
 
-    // Tags between sections. Some writers close the header early and go on with its variables;
+    // Tags between sections. Some writers close the header early or write variables outside it;
     // those join the header. Anything else up to the next section is dropped and reported.
     std::size_t strayTags(std::size_t i, std::vector<Section>& sections) {
         std::size_t n = m_tags.size();
@@ -108,9 +108,9 @@ private:
         while (j < n && !(m_tags[j].code == 0 && (m_tags[j].value() == "ENDSEC" || m_tags[j].value() == "SECTION" ||
                                                   m_tags[j].value() == "EOF")))
             ++j;
-        if (m_tags[i].code == 9 && sections.back().name == "HEADER") {
+        if (m_tags[i].code == 9) {
             sections.push_back({"HEADER", i, j});
-            m_db.repairs().push_back("took header variables found after the end of the HEADER section");
+            m_db.repairs().push_back("took header variables found outside the HEADER section");
         } else {
             m_db.repairs().push_back("ignored " + std::to_string(j - i) + " stray tags between sections at line " +
                                      std::to_string(m_binary ? 0 : m_lines.lineOf(i)));
