@@ -10,9 +10,10 @@ namespace {
 
 std::string_view releaseName(std::string_view version) {
     static const std::map<std::string_view, std::string_view> names = {
-        {"AC1002", "R2.5"},  {"AC1003", "R2.6"},  {"AC1004", "R9"},    {"AC1006", "R10"},  {"AC1009", "R12"},
-        {"AC1012", "R13"},   {"AC1014", "R14"},   {"AC1015", "R2000"}, {"AC1018", "R2004"}, {"AC1021", "R2007"},
-        {"AC1024", "R2010"}, {"AC1027", "R2013"}, {"AC1032", "R2018"}};
+        {"AC1002", "R2.5"},  {"AC1003", "R2.6"},  {"AC1004", "R9"},    {"AC1006", "R10"},
+        {"AC1009", "R12"},   {"AC1012", "R13"},   {"AC1014", "R14"},   {"AC1015", "R2000"},
+        {"AC1018", "R2004"}, {"AC1021", "R2007"}, {"AC1024", "R2010"}, {"AC1027", "R2013"},
+        {"AC1032", "R2018"}};
     auto it = names.find(version);
     return it == names.end() ? "unknown" : it->second;
 }

@@ -30,7 +30,9 @@ void OdDbDatabase::registerHandle(OdDbObject* object) {
     if (object->handle() >= m_handseed) m_handseed = object->handle() + 1;
 }
 
-void OdDbDatabase::unregisterHandle(qvad::Handle h) { m_byHandle.erase(h); }
+void OdDbDatabase::unregisterHandle(qvad::Handle h) {
+    m_byHandle.erase(h);
+}
 
 qvad::Handle OdDbDatabase::allocateHandle() {
     while (m_byHandle.count(m_handseed)) ++m_handseed;
@@ -49,8 +51,12 @@ OdDbBlockTableRecord* OdDbDatabase::findBlock(std::string_view name) const {
     return nullptr;
 }
 
-OdDbBlockTableRecord* OdDbDatabase::modelSpace() const { return findBlock("*Model_Space"); }
-OdDbBlockTableRecord* OdDbDatabase::paperSpace() const { return findBlock("*Paper_Space"); }
+OdDbBlockTableRecord* OdDbDatabase::modelSpace() const {
+    return findBlock("*Model_Space");
+}
+OdDbBlockTableRecord* OdDbDatabase::paperSpace() const {
+    return findBlock("*Paper_Space");
+}
 
 OdDbObject* OdDbDatabase::namedObjectsDictionary() const {
     for (OdDbObject* o : m_objects)

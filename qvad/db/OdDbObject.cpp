@@ -129,7 +129,8 @@ std::pair<std::size_t, std::size_t> OdDbObject::subclassRange(std::string_view s
 
 bool OdDbObject::hasSubclass(std::string_view subclass) const {
     auto [b, e] = subclassRange(subclass);
-    return b != e || (b > 0 && b <= m_tagCount && m_tagData[b - 1].code == 100 && m_tagData[b - 1].value() == subclass);
+    return b != e ||
+           (b > 0 && b <= m_tagCount && m_tagData[b - 1].code == 100 && m_tagData[b - 1].value() == subclass);
 }
 
 const Tag* OdDbObject::findTag(int code, std::string_view subclass) const {
@@ -241,11 +242,14 @@ void OdDbObject::setPoint(int code, const OdGePoint3d& p, std::string_view subcl
         tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at), inserted, inserted + 3);
     } else {
         tags[at] = Tag(code, x);
-        if (at + 1 < tags.size() && tags[at + 1].code == code + 10) tags[at + 1] = Tag(code + 10, y);
-        else tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at + 1), Tag(code + 10, y));
+        if (at + 1 < tags.size() && tags[at + 1].code == code + 10)
+            tags[at + 1] = Tag(code + 10, y);
+        else
+            tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at + 1), Tag(code + 10, y));
         if (at + 2 < tags.size() && tags[at + 2].code == code + 20) tags[at + 2] = Tag(code + 20, z);
         // A 2D point stays 2D in the file unless it leaves the plane.
-        else if (p.z != 0.0) tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at + 2), Tag(code + 20, z));
+        else if (p.z != 0.0)
+            tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at + 2), Tag(code + 20, z));
     }
     mutableTags();
 }
@@ -256,6 +260,7 @@ void OdDbObject::removeTags(int code, std::string_view subclass) {
     std::size_t out = b;
     for (std::size_t i = b; i < e; ++i)
         if (tags[i].code != code) tags[out++] = tags[i];
-    tags.erase(tags.begin() + static_cast<std::ptrdiff_t>(out), tags.begin() + static_cast<std::ptrdiff_t>(e));
+    tags.erase(tags.begin() + static_cast<std::ptrdiff_t>(out),
+               tags.begin() + static_cast<std::ptrdiff_t>(e));
     mutableTags();
 }

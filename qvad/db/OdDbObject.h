@@ -53,7 +53,8 @@ public:
     bool hasSubclass(std::string_view subclass) const;
 
     const Tag* findTag(int code, std::string_view subclass = {}) const;
-    std::string_view getString(int code, std::string_view fallback = {}, std::string_view subclass = {}) const;
+    std::string_view getString(int code, std::string_view fallback = {},
+                               std::string_view subclass = {}) const;
     double getDouble(int code, double fallback = 0.0, std::string_view subclass = {}) const;
     long long getInt(int code, long long fallback = 0, std::string_view subclass = {}) const;
     OdGePoint3d getPoint(int code, const OdGePoint3d& fallback = {}, std::string_view subclass = {}) const;

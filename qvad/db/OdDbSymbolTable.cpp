@@ -17,7 +17,9 @@ OdDbSymbolTableRecord* OdDbSymbolTable::find(std::string_view name) const {
     return nullptr;
 }
 
-bool OdDbBlockTableRecord::isModelSpace() const { return equalsNoCase(name(), "*Model_Space"); }
+bool OdDbBlockTableRecord::isModelSpace() const {
+    return equalsNoCase(name(), "*Model_Space");
+}
 
 bool OdDbBlockTableRecord::isPaperSpace() const {
     std::string_view n = name();

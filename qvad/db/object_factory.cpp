@@ -24,12 +24,14 @@ std::unique_ptr<OdDbObject> createObject(std::string_view typeName, ObjectContex
     }
     switch (context) {
     case ObjectContext::Entity:
-        if (typeName == "POLYLINE" || typeName == "INSERT") return std::make_unique<OdDbComplexEntity>(typeName);
+        if (typeName == "POLYLINE" || typeName == "INSERT")
+            return std::make_unique<OdDbComplexEntity>(typeName);
         return std::make_unique<OdDbEntity>(typeName);
     case ObjectContext::TableRecord:
         if (typeName == "BLOCK_RECORD") return std::make_unique<OdDbBlockTableRecord>();
         return std::make_unique<OdDbSymbolTableRecord>(typeName);
-    case ObjectContext::Object: break;
+    case ObjectContext::Object:
+        break;
     }
     return std::make_unique<OdDbObject>(typeName);
 }

@@ -108,8 +108,10 @@ std::string decodeCodePage(std::string_view bytes, std::string_view dwgCodePage)
     while (inLeft > 0) {
         if (iconv(cd, &in, &inLeft, &dst, &outLeft) != static_cast<std::size_t>(-1)) break;
         if (errno != EILSEQ && errno != EINVAL) break;
-        // A byte the code page does not define: keep the character it has in CP1252 terms.
-        std::string fallback = decodeCodePage(std::string_view(in, 1), "ANSI_1252");
+        // A byte the code page does not define: keep it as the character of the same number, so
+        // the text survives and the byte can be seen.
+        std::string fallback;
+        appendUtf8(fallback, static_cast<unsigned char>(*in));
         if (fallback.size() > outLeft) break;
         for (char c : fallback) *dst++ = c, --outLeft;
         ++in, --inLeft;
@@ -151,7 +153,9 @@ std::string encodeCodePage(std::string_view utf8, std::string_view dwgCodePage) 
     return out;
 }
 
-bool hasUnicodeEscape(std::string_view text) { return text.find("\\U+") != std::string_view::npos; }
+bool hasUnicodeEscape(std::string_view text) {
+    return text.find("\\U+") != std::string_view::npos;
+}
 
 std::string decodeUnicodeEscapes(std::string_view text) {
     std::string out;

@@ -13,7 +13,8 @@ std::string iconvName(std::string_view dwgCodePage);
 
 bool isAscii(std::string_view text);
 
-// Decodes bytes of the code page to UTF-8. Bytes the code page does not define are taken as CP1252.
+// Decodes bytes of the code page to UTF-8. A byte the code page does not define becomes the
+// character of the same number.
 std::string decodeCodePage(std::string_view bytes, std::string_view dwgCodePage);
 
 // Encodes UTF-8 to the code page; characters it cannot hold become \U+XXXX.

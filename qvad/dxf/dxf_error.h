@@ -10,8 +10,7 @@ namespace qvad::dxf {
 // position is a byte offset given in the message (binary files).
 class DxfError : public std::runtime_error {
 public:
-    DxfError(std::size_t line, const std::string& reason)
-        : std::runtime_error(reason), m_line(line) {}
+    DxfError(std::size_t line, const std::string& reason) : std::runtime_error(reason), m_line(line) {}
     std::size_t line() const { return m_line; }
 
 private:

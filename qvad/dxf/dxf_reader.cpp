@@ -16,9 +16,8 @@
 namespace qvad::dxf {
 namespace {
 
-constexpr std::array kKnownVersions = {"AC1002", "AC1003", "AC1004", "AC1006", "AC1009", "AC1012",
-                                       "AC1014", "AC1015", "AC1018", "AC1021", "AC1024", "AC1027",
-                                       "AC1032"};
+constexpr std::array kKnownVersions = {"AC1002", "AC1003", "AC1004", "AC1006", "AC1009", "AC1012", "AC1014",
+                                       "AC1015", "AC1018", "AC1021", "AC1024", "AC1027", "AC1032"};
 
 struct Section {
     std::string_view name;
@@ -59,7 +58,8 @@ public:
             }
             previous = s.name;
         }
-        qvad::db::LoadedStructure loaded{std::move(m_blockDefs), std::move(m_entities), std::move(m_needHandle)};
+        qvad::db::LoadedStructure loaded{std::move(m_blockDefs), std::move(m_entities),
+                                         std::move(m_needHandle)};
         qvad::db::assembleDrawing(m_db, loaded);
     }
 
@@ -84,8 +84,9 @@ private:
             if (i + 1 >= n || m_tags[i + 1].code != 2) fail(i + 1, "section name (group 2) expected");
             std::string_view name = m_tags[i + 1].value();
             std::size_t j = i + 2;
-            while (j < n && !(m_tags[j].code == 0 && (m_tags[j].value() == "ENDSEC" ||
-                                                      m_tags[j].value() == "SECTION" || m_tags[j].value() == "EOF")))
+            while (j < n &&
+                   !(m_tags[j].code == 0 && (m_tags[j].value() == "ENDSEC" ||
+                                             m_tags[j].value() == "SECTION" || m_tags[j].value() == "EOF")))
                 ++j;
             if (j >= n || m_tags[j].value() != "ENDSEC")
                 fail(j < n ? j : n, "section " + std::string(name) + " is not closed by ENDSEC");
@@ -105,14 +106,16 @@ private:
     std::size_t strayTags(std::size_t i, std::vector<Section>& sections) {
         std::size_t n = m_tags.size();
         std::size_t j = i;
-        while (j < n && !(m_tags[j].code == 0 && (m_tags[j].value() == "ENDSEC" || m_tags[j].value() == "SECTION" ||
-                                                  m_tags[j].value() == "EOF")))
+        while (j < n &&
+               !(m_tags[j].code == 0 && (m_tags[j].value() == "ENDSEC" || m_tags[j].value() == "SECTION" ||
+                                         m_tags[j].value() == "EOF")))
             ++j;
         if (m_tags[i].code == 9) {
             sections.push_back({"HEADER", i, j});
             m_db.repairs().push_back("took header variables found outside the HEADER section");
         } else {
-            m_db.repairs().push_back("ignored " + std::to_string(j - i) + " stray tags between sections at line " +
+            m_db.repairs().push_back("ignored " + std::to_string(j - i) +
+                                     " stray tags between sections at line " +
                                      std::to_string(m_binary ? 0 : m_lines.lineOf(i)));
         }
         return j < n && m_tags[j].value() == "ENDSEC" ? j + 1 : j;
@@ -124,8 +127,9 @@ private:
             if (m_tags[i].code != 9) fail(i, "header variable name (group 9) expected");
             std::size_t j = i + 1;
             while (j < s.end && m_tags[j].code != 9) ++j;
-            vars.push_back({m_tags[i].value(), std::vector<Tag>(m_tags.begin() + static_cast<std::ptrdiff_t>(i + 1),
-                                                                m_tags.begin() + static_cast<std::ptrdiff_t>(j))});
+            vars.push_back(
+                {m_tags[i].value(), std::vector<Tag>(m_tags.begin() + static_cast<std::ptrdiff_t>(i + 1),
+                                                     m_tags.begin() + static_cast<std::ptrdiff_t>(j))});
             i = j;
         }
     }
@@ -212,7 +216,8 @@ private:
                 current = nullptr;
             } else {
                 if (!current) current = tableForStrayRecord(type);
-                auto* record = static_cast<OdDbSymbolTableRecord*>(makeObject(at, end, ObjectContext::TableRecord));
+                auto* record =
+                    static_cast<OdDbSymbolTableRecord*>(makeObject(at, end, ObjectContext::TableRecord));
                 current->records().push_back(record);
             }
         });
@@ -220,7 +225,8 @@ private:
 
     // A record outside any TABLE joins the table its type names, made if need be.
     OdDbSymbolTable* tableForStrayRecord(std::string_view type) {
-        m_db.repairs().push_back("put a " + std::string(type) + " entry found outside its table back into it");
+        m_db.repairs().push_back("put a " + std::string(type) +
+                                 " entry found outside its table back into it");
         if (OdDbSymbolTable* t = m_db.table(type)) return t;
         auto table = std::make_unique<OdDbSymbolTable>();
         table->assignTags({Tag(2, type), Tag(100, "AcDbSymbolTable"), Tag(70, "0")});
@@ -251,7 +257,8 @@ private:
                 if (!open) fail(at, std::string(type) + " outside a BLOCK definition");
                 // Entities run to the next BLOCK or ENDBLK.
                 std::size_t j = at;
-                while (j < s.end && !(m_tags[j].code == 0 && (m_tags[j].value() == "ENDBLK" || m_tags[j].value() == "BLOCK")))
+                while (j < s.end && !(m_tags[j].code == 0 &&
+                                      (m_tags[j].value() == "ENDBLK" || m_tags[j].value() == "BLOCK")))
                     ++j;
                 readEntities(at, j, open->entities);
                 i = j;
@@ -278,8 +285,9 @@ private:
             out.push_back(entity);
             parent = nullptr;
             if (entity->isComplex()) {
-                bool followed = stop < end && (m_tags[stop].value() == "VERTEX" || m_tags[stop].value() == "ATTRIB" ||
-                                               m_tags[stop].value() == "SEQEND");
+                bool followed =
+                    stop < end && (m_tags[stop].value() == "VERTEX" || m_tags[stop].value() == "ATTRIB" ||
+                                   m_tags[stop].value() == "SEQEND");
                 if (followed) parent = static_cast<OdDbComplexEntity*>(entity);
             }
         });
@@ -322,7 +330,8 @@ std::unique_ptr<OdDbDatabase> readDxfBuffer(std::string buffer) {
     TagFile file = readTags(view, db->strings());
     if (file.tags.empty()) throw DxfError(1, "not a DXF file: no tags found");
     if (file.bytesAfterEof)
-        db->repairs().push_back("ignored " + std::to_string(file.bytesAfterEof) + " bytes after the end of file");
+        db->repairs().push_back("ignored " + std::to_string(file.bytesAfterEof) +
+                                " bytes after the end of file");
     db->fileTags() = std::move(file.tags);
     Reader reader(*db, db->fileTags());
     reader.setSource(std::move(file));

@@ -157,8 +157,12 @@ private:
 
 } // namespace
 
-std::string writeDxf(const OdDbDatabase& db) { return Writer(db).run(); }
+std::string writeDxf(const OdDbDatabase& db) {
+    return Writer(db).run();
+}
 
-void saveDxfFile(const OdDbDatabase& db, const std::string& path) { writeFileAtomically(path, writeDxf(db)); }
+void saveDxfFile(const OdDbDatabase& db, const std::string& path) {
+    writeFileAtomically(path, writeDxf(db));
+}
 
 } // namespace qvad::dxf

@@ -26,11 +26,13 @@ enum class ValueKind : std::uint8_t { String, Double, Int16, Int32, Int64, Bool,
 
 ValueKind valueKind(int code);
 
-inline bool isStringKind(int code) { return valueKind(code) == ValueKind::String; }
+inline bool isStringKind(int code) {
+    return valueKind(code) == ValueKind::String;
+}
 inline bool isNumericKind(int code) {
     ValueKind k = valueKind(code);
-    return k == ValueKind::Double || k == ValueKind::Int16 || k == ValueKind::Int32 || k == ValueKind::Int64 ||
-           k == ValueKind::Bool;
+    return k == ValueKind::Double || k == ValueKind::Int16 || k == ValueKind::Int32 ||
+           k == ValueKind::Int64 || k == ValueKind::Bool;
 }
 
 // Pointer-like group codes whose value is another object's handle (soft/hard pointers and owners).

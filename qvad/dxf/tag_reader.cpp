@@ -54,7 +54,9 @@ bool looksLikeReal(std::string_view s) {
 }
 
 bool isBlank(std::string_view s) {
-    return std::all_of(s.begin(), s.end(), [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0' || c == 0x1a; });
+    return std::all_of(s.begin(), s.end(), [](char c) {
+        return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0' || c == 0x1a;
+    });
 }
 
 std::string printable(std::string_view s) {
@@ -133,7 +135,9 @@ public:
     }
     std::string_view cstring() {
         const void* z = std::memchr(m_buf.data() + m_pos, '\0', m_buf.size() - m_pos);
-        if (!z) throw DxfError(0, "binary file truncated at byte " + std::to_string(m_pos) + ": unterminated text");
+        if (!z)
+            throw DxfError(0,
+                           "binary file truncated at byte " + std::to_string(m_pos) + ": unterminated text");
         std::size_t len = static_cast<std::size_t>(static_cast<const char*>(z) - (m_buf.data() + m_pos));
         std::string_view s(m_buf.data() + m_pos, len);
         m_pos += len + 1;
@@ -179,11 +183,21 @@ TagFile readBinary(std::string_view buf, StringPool& pool) {
         }
         std::string_view value;
         switch (valueKind(code)) {
-        case ValueKind::Double: value = formatNumber(in.read<double>(), pool); break;
-        case ValueKind::Int16: value = formatNumber(in.read<std::int16_t>(), pool); break;
-        case ValueKind::Int32: value = formatNumber(in.read<std::int32_t>(), pool); break;
-        case ValueKind::Int64: value = formatNumber(in.read<std::int64_t>(), pool); break;
-        case ValueKind::Bool: value = formatNumber(static_cast<int>(in.read<std::uint8_t>()), pool); break;
+        case ValueKind::Double:
+            value = formatNumber(in.read<double>(), pool);
+            break;
+        case ValueKind::Int16:
+            value = formatNumber(in.read<std::int16_t>(), pool);
+            break;
+        case ValueKind::Int32:
+            value = formatNumber(in.read<std::int32_t>(), pool);
+            break;
+        case ValueKind::Int64:
+            value = formatNumber(in.read<std::int64_t>(), pool);
+            break;
+        case ValueKind::Bool:
+            value = formatNumber(static_cast<int>(in.read<std::uint8_t>()), pool);
+            break;
         case ValueKind::Binary: {
             std::string_view raw = in.bytes(in.read<std::uint8_t>());
             std::string hex;
@@ -193,10 +207,13 @@ TagFile readBinary(std::string_view buf, StringPool& pool) {
             value = pool.store(hex);
             break;
         }
-        default: value = in.cstring(); break;
+        default:
+            value = in.cstring();
+            break;
         }
         if (code < -5 || code > 1071)
-            throw DxfError(0, "invalid group code " + std::to_string(code) + " at byte " + std::to_string(at));
+            throw DxfError(0,
+                           "invalid group code " + std::to_string(code) + " at byte " + std::to_string(at));
         if (code == 999) continue;
         file.tags.emplace_back(code, value);
         if (code == 0 && value == "EOF") {
@@ -210,11 +227,14 @@ TagFile readBinary(std::string_view buf, StringPool& pool) {
 } // namespace
 
 std::size_t TagFile::lineOf(std::size_t index) const {
-    auto shift = std::upper_bound(commentsBefore.begin(), commentsBefore.end(), index) - commentsBefore.begin();
+    auto shift =
+        std::upper_bound(commentsBefore.begin(), commentsBefore.end(), index) - commentsBefore.begin();
     return 2 * (index + static_cast<std::size_t>(shift)) + 1;
 }
 
-bool isBinaryDxf(std::string_view buffer) { return buffer.starts_with(kBinarySentinel); }
+bool isBinaryDxf(std::string_view buffer) {
+    return buffer.starts_with(kBinarySentinel);
+}
 
 TagFile readTags(std::string_view buffer, StringPool& pool) {
     return isBinaryDxf(buffer) ? readBinary(buffer, pool) : readAscii(buffer);
