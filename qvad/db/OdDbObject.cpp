@@ -47,9 +47,11 @@ void OdDbObject::syncHeadFromTags() {
 }
 
 std::size_t OdDbObject::handleTagIndex() const {
+    // A dimension style keeps its handle in 105: its group 5 is the DIMBLK name in R12 files.
+    bool dimStyle = m_type == "DIMSTYLE";
     for (std::size_t i = 0; i < m_tagCount; ++i) {
         int c = m_tagData[i].code;
-        if (c == 5 || c == 105) return i;
+        if (c == 105 || (c == 5 && !dimStyle)) return i;
         if (c == 100 || c == 1001) break;
     }
     return m_tagCount;

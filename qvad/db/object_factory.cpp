@@ -1,27 +1,51 @@
 #include "qvad/db/object_factory.h"
 
 #include "qvad/db/OdDbSymbolTable.h"
+#include "qvad/db/entities/builtin_classes.h"
 
+#include <mutex>
 #include <string>
 #include <unordered_map>
 
 namespace {
-std::unordered_map<std::string, ObjectCreator>& registry() {
-    static std::unordered_map<std::string, ObjectCreator> creators;
+std::unordered_map<std::string, TaggedObjectCreator>& registry() {
+    static std::unordered_map<std::string, TaggedObjectCreator> creators;
     return creators;
+}
+
+// The built-in classes register through the public functions, which call back here: the flag lets
+// that inner call through while other threads wait for the registration to finish.
+thread_local bool registeringBuiltins = false;
+
+void ensureBuiltinClasses() {
+    static std::once_flag once;
+    if (registeringBuiltins) return;
+    std::call_once(once, [] {
+        registeringBuiltins = true;
+        registerBuiltinObjectClasses();
+        registeringBuiltins = false;
+    });
 }
 } // namespace
 
 void registerObjectClass(std::string_view typeName, ObjectCreator creator) {
+    registerTaggedObjectClass(typeName,
+                              [creator = std::move(creator)](std::string_view type, std::span<const Tag>) {
+                                  return creator(type);
+                              });
+}
+
+void registerTaggedObjectClass(std::string_view typeName, TaggedObjectCreator creator) {
+    ensureBuiltinClasses();
     registry()[std::string(typeName)] = std::move(creator);
 }
 
-std::unique_ptr<OdDbObject> createObject(std::string_view typeName, ObjectContext context) {
+std::unique_ptr<OdDbObject> createObject(std::string_view typeName, ObjectContext context,
+                                         std::span<const Tag> tags) {
+    ensureBuiltinClasses();
     auto& creators = registry();
-    if (!creators.empty()) {
-        auto it = creators.find(std::string(typeName));
-        if (it != creators.end()) return it->second(typeName);
-    }
+    auto it = creators.find(std::string(typeName));
+    if (it != creators.end()) return it->second(typeName, tags);
     switch (context) {
     case ObjectContext::Entity:
         if (typeName == "POLYLINE" || typeName == "INSERT")

@@ -1,0 +1,176 @@
+#include "entities_drawing.h"
+
+#include "qvad/db/entity_data_list.h"
+#include "qvad/dxf/dxf_reader.h"
+#include "qvad/dxf/dxf_writer.h"
+
+#include <gtest/gtest.h>
+#include <typeinfo>
+
+namespace entities_test {
+
+std::string dxf(TagText tags) {
+    std::string out;
+    for (const auto& [code, value] : tags) {
+        out += std::to_string(code);
+        out += '\n';
+        out += value;
+        out += '\n';
+    }
+    return out;
+}
+
+std::unique_ptr<OdDbDatabase> drawing(const std::string& entities, const std::string& blocks,
+                                      const std::string& objects) {
+    std::string text = dxf({{0, "SECTION"},
+                            {2, "HEADER"},
+                            {9, "$ACADVER"},
+                            {1, "AC1015"},
+                            {9, "$HANDSEED"},
+                            {5, "1000"},
+                            {0, "ENDSEC"},
+                            {0, "SECTION"},
+                            {2, "TABLES"},
+                            {0, "TABLE"},
+                            {2, "BLOCK_RECORD"},
+                            {5, "1"},
+                            {330, "0"},
+                            {100, "AcDbSymbolTable"},
+                            {70, "2"},
+                            {0, "BLOCK_RECORD"},
+                            {5, "2"},
+                            {330, "1"},
+                            {100, "AcDbSymbolTableRecord"},
+                            {100, "AcDbBlockTableRecord"},
+                            {2, "*Model_Space"},
+                            {0, "BLOCK_RECORD"},
+                            {5, "3"},
+                            {330, "1"},
+                            {100, "AcDbSymbolTableRecord"},
+                            {100, "AcDbBlockTableRecord"},
+                            {2, "*Paper_Space"},
+                            {0, "ENDTAB"},
+                            {0, "ENDSEC"},
+                            {0, "SECTION"},
+                            {2, "BLOCKS"},
+                            {0, "BLOCK"},
+                            {5, "4"},
+                            {330, "2"},
+                            {100, "AcDbEntity"},
+                            {8, "0"},
+                            {100, "AcDbBlockBegin"},
+                            {2, "*Model_Space"},
+                            {70, "0"},
+                            {10, "0.0"},
+                            {20, "0.0"},
+                            {30, "0.0"},
+                            {3, "*Model_Space"},
+                            {0, "ENDBLK"},
+                            {5, "5"},
+                            {330, "2"},
+                            {100, "AcDbEntity"},
+                            {8, "0"},
+                            {100, "AcDbBlockEnd"},
+                            {0, "BLOCK"},
+                            {5, "6"},
+                            {330, "3"},
+                            {100, "AcDbEntity"},
+                            {67, "1"},
+                            {8, "0"},
+                            {100, "AcDbBlockBegin"},
+                            {2, "*Paper_Space"},
+                            {70, "0"},
+                            {10, "0.0"},
+                            {20, "0.0"},
+                            {30, "0.0"},
+                            {3, "*Paper_Space"},
+                            {0, "ENDBLK"},
+                            {5, "7"},
+                            {330, "3"},
+                            {100, "AcDbEntity"},
+                            {67, "1"},
+                            {8, "0"},
+                            {100, "AcDbBlockEnd"}});
+    text += blocks;
+    text += dxf({{0, "ENDSEC"}, {0, "SECTION"}, {2, "ENTITIES"}});
+    text += entities;
+    text += dxf({{0, "ENDSEC"}, {0, "SECTION"}, {2, "OBJECTS"}});
+    text +=
+        objects.empty() ? dxf({{0, "DICTIONARY"}, {5, "C"}, {330, "0"}, {100, "AcDbDictionary"}}) : objects;
+    text += dxf({{0, "ENDSEC"}, {0, "EOF"}});
+    return qvad::dxf::readDxfBuffer(std::move(text));
+}
+
+Lines snapshot(std::span<const Tag> tags) {
+    Lines out;
+    for (const Tag& t : tags) out.push_back(std::to_string(t.code) + " " + std::string(t.value()));
+    return out;
+}
+
+Lines changes(const Lines& before, const Lines& after) {
+    // Longest common subsequence; the lists are a few dozen tags long.
+    const std::size_t n = before.size(), m = after.size();
+    std::vector<std::vector<std::size_t>> common(n + 1, std::vector<std::size_t>(m + 1, 0));
+    for (std::size_t i = n; i-- > 0;)
+        for (std::size_t j = m; j-- > 0;)
+            common[i][j] = before[i] == after[j] ? common[i + 1][j + 1] + 1
+                                                 : std::max(common[i + 1][j], common[i][j + 1]);
+    // Each run of differences lists a removed tag next to the added tag of the same code, so a
+    // changed value reads as "-code old", "+code new".
+    Lines out, removed, added;
+    auto flush = [&] {
+        std::vector<bool> used(added.size(), false);
+        auto codeOf = [](const std::string& line) { return line.substr(0, line.find(' ')); };
+        for (const std::string& r : removed) {
+            out.push_back("-" + r);
+            for (std::size_t k = 0; k < added.size(); ++k)
+                if (!used[k] && codeOf(added[k]) == codeOf(r)) {
+                    used[k] = true;
+                    out.push_back("+" + added[k]);
+                    break;
+                }
+        }
+        for (std::size_t k = 0; k < added.size(); ++k)
+            if (!used[k]) out.push_back("+" + added[k]);
+        removed.clear();
+        added.clear();
+    };
+    std::size_t i = 0, j = 0;
+    while (i < n || j < m) {
+        if (i < n && j < m && before[i] == after[j]) {
+            flush();
+            ++i;
+            ++j;
+        } else if (i < n && (j == m || common[i + 1][j] >= common[i][j + 1])) {
+            removed.push_back(before[i++]);
+        } else {
+            added.push_back(after[j++]);
+        }
+    }
+    flush();
+    return out;
+}
+
+void expectRoundTrips(const OdDbDatabase& db, const OdDbObject& object) {
+    SCOPED_TRACE(std::string(object.typeName()) + " " + qvad::formatHandle(object.handle()));
+    qvad::dxf::StringPool pool;
+    const auto list = qvad::db::entityToDataList(object);
+    EXPECT_EQ(snapshot(qvad::db::dataListToTags(list, object.typeName(), pool)), snapshot(object));
+
+    auto reloaded = qvad::dxf::readDxfBuffer(qvad::dxf::writeDxf(db));
+    const OdDbObject* again = reloaded->getObject(object.handle());
+    ASSERT_NE(again, nullptr);
+    EXPECT_EQ(typeid(*again), typeid(object));
+    EXPECT_EQ(snapshot(*again), snapshot(object));
+    auto* complex = dynamic_cast<const OdDbComplexEntity*>(&object);
+    if (!complex) return;
+    auto* complexAgain = dynamic_cast<const OdDbComplexEntity*>(again);
+    ASSERT_NE(complexAgain, nullptr);
+    ASSERT_EQ(complexAgain->subEntities().size(), complex->subEntities().size());
+    for (std::size_t i = 0; i < complex->subEntities().size(); ++i) {
+        EXPECT_EQ(typeid(*complexAgain->subEntities()[i]), typeid(*complex->subEntities()[i]));
+        EXPECT_EQ(snapshot(*complexAgain->subEntities()[i]), snapshot(*complex->subEntities()[i]));
+    }
+}
+
+} // namespace entities_test
