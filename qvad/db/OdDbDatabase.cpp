@@ -12,6 +12,11 @@ int OdDbDatabase::versionNumber() const {
     return n;
 }
 
+void OdDbDatabase::reserveObjects(std::size_t count) {
+    m_all.reserve(count);
+    m_byHandle.reserve(count);
+}
+
 OdDbObject* OdDbDatabase::add(std::unique_ptr<OdDbObject> object) {
     object->setDatabase(this);
     OdDbObject* raw = object.get();

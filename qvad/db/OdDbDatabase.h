@@ -44,6 +44,8 @@ public:
         return static_cast<T*>(add(std::make_unique<T>(std::forward<A>(args)...)));
     }
     const std::vector<std::unique_ptr<OdDbObject>>& allObjects() const { return m_all; }
+    // Loading knows roughly how many objects come; growing the tables as they come costs more.
+    void reserveObjects(std::size_t count);
 
     OdDbObject* getObject(qvad::Handle h) const;
     // Points the handle at the object (it must already carry that handle).

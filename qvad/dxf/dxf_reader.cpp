@@ -9,7 +9,6 @@
 
 #include <array>
 #include <cerrno>
-#include <fstream>
 #include <sstream>
 #include <system_error>
 
@@ -324,30 +323,34 @@ public:
 
 } // namespace
 
-std::unique_ptr<OdDbDatabase> readDxfBuffer(std::string buffer) {
-    auto db = std::make_unique<OdDbDatabase>();
-    std::string_view view = db->strings().adopt(std::move(buffer));
+namespace {
+
+std::unique_ptr<OdDbDatabase> readInto(std::unique_ptr<OdDbDatabase> db, std::string_view view) {
     TagFile file = readTags(view, db->strings());
     if (file.tags.empty()) throw DxfError(1, "not a DXF file: no tags found");
     if (file.bytesAfterEof)
         db->repairs().push_back("ignored " + std::to_string(file.bytesAfterEof) +
                                 " bytes after the end of file");
     db->fileTags() = std::move(file.tags);
+    db->reserveObjects(file.records);
     Reader reader(*db, db->fileTags());
     reader.setSource(std::move(file));
     reader.run();
     return db;
 }
 
+} // namespace
+
+std::unique_ptr<OdDbDatabase> readDxfBuffer(std::string buffer) {
+    auto db = std::make_unique<OdDbDatabase>();
+    std::string_view view = db->strings().adopt(std::move(buffer));
+    return readInto(std::move(db), view);
+}
+
 std::unique_ptr<OdDbDatabase> readDxfFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw std::system_error(errno, std::generic_category(), "cannot open " + path);
-    in.seekg(0, std::ios::end);
-    std::string buffer(static_cast<std::size_t>(in.tellg()), '\0');
-    in.seekg(0);
-    in.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-    if (!in) throw std::system_error(errno, std::generic_category(), "cannot read " + path);
-    return readDxfBuffer(std::move(buffer));
+    auto db = std::make_unique<OdDbDatabase>();
+    std::string_view view = db->strings().mapFile(path);
+    return readInto(std::move(db), view);
 }
 
 } // namespace qvad::dxf

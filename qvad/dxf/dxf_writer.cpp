@@ -5,21 +5,23 @@
 #include "qvad/dxf/file_save.h"
 
 #include <charconv>
+#include <functional>
 
 namespace qvad::dxf {
 namespace {
 
 class Writer {
 public:
-    explicit Writer(const OdDbDatabase& db) : m_db(db) {
+    // `flush` receives the text in pieces of about kFlushSize, so a large drawing is never held
+    // twice in memory while it is saved.
+    Writer(const OdDbDatabase& db, std::function<void(std::string_view)> flush)
+        : m_db(db), m_flush(std::move(flush)) {
         m_legacyText = db.versionNumber() < 1021;
         m_codePage = db.codePage();
-        std::size_t estimate = 0;
-        for (const auto& o : db.allObjects()) estimate += o->tags().size() * 16 + 16;
-        m_out.reserve(estimate + 64 * 1024);
+        m_out.reserve(kFlushSize + 64 * 1024);
     }
 
-    std::string run() {
+    void run() {
         section("HEADER", [&] { header(); });
         rawAfter("HEADER");
         section("CLASSES", [&] {
@@ -40,7 +42,8 @@ public:
         for (const RawSection& s : m_db.rawSections())
             if (!isKnown(s.after)) raw(s);
         line(0, "EOF");
-        return std::move(m_out);
+        m_flush(m_out);
+        m_out.clear();
     }
 
 private:
@@ -147,9 +150,16 @@ private:
         m_out += '\n';
         m_out.append(value);
         m_out += '\n';
+        if (m_out.size() >= kFlushSize) {
+            m_flush(m_out);
+            m_out.clear();
+        }
     }
 
+    static constexpr std::size_t kFlushSize = 1 << 20;
+
     const OdDbDatabase& m_db;
+    std::function<void(std::string_view)> m_flush;
     bool m_legacyText;
     std::string m_codePage;
     std::string m_out;
@@ -158,11 +168,14 @@ private:
 } // namespace
 
 std::string writeDxf(const OdDbDatabase& db) {
-    return Writer(db).run();
+    std::string out;
+    Writer(db, [&](std::string_view piece) { out.append(piece); }).run();
+    return out;
 }
 
 void saveDxfFile(const OdDbDatabase& db, const std::string& path) {
-    writeFileAtomically(path, writeDxf(db));
+    writeFileAtomically(path,
+                        [&](const std::function<void(std::string_view)>& write) { Writer(db, write).run(); });
 }
 
 } // namespace qvad::dxf

@@ -12,6 +12,12 @@
 namespace qvad::dxf {
 
 void writeFileAtomically(const std::string& path, std::string_view contents) {
+    writeFileAtomically(path, [&](const std::function<void(std::string_view)>& write) { write(contents); });
+}
+
+void writeFileAtomically(
+    const std::string& path,
+    const std::function<void(const std::function<void(std::string_view)>& write)>& produce) {
     std::filesystem::path target(path);
     std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
     std::string temp = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
@@ -22,17 +28,27 @@ void writeFileAtomically(const std::string& path, std::string_view contents) {
         ::unlink(temp.c_str());
         throw std::system_error(err, std::generic_category(), "cannot save " + path);
     };
-    const char* p = contents.data();
-    std::size_t left = contents.size();
-    while (left > 0) {
-        ssize_t n = ::write(fd, p, left);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            fail(errno);
-        }
-        p += n;
-        left -= static_cast<std::size_t>(n);
+    int writeError = 0;
+    try {
+        produce([&](std::string_view piece) {
+            const char* p = piece.data();
+            std::size_t left = piece.size();
+            while (left > 0 && writeError == 0) {
+                ssize_t n = ::write(fd, p, left);
+                if (n < 0) {
+                    if (errno != EINTR) writeError = errno;
+                    continue;
+                }
+                p += n;
+                left -= static_cast<std::size_t>(n);
+            }
+        });
+    } catch (...) {
+        ::close(fd);
+        ::unlink(temp.c_str());
+        throw;
     }
+    if (writeError != 0) fail(writeError);
     // Keep the permissions of the file being replaced; a new file gets the usual 0666 less umask.
     struct stat old {};
     if (::stat(path.c_str(), &old) == 0) {

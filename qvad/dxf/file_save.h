@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -9,5 +10,9 @@ namespace qvad::dxf {
 // target. On any failure the temporary file is removed, the target is untouched, and
 // std::system_error names the path and the reason.
 void writeFileAtomically(const std::string& path, std::string_view contents);
+// The same, with the contents produced piece by piece through `write`.
+void writeFileAtomically(
+    const std::string& path,
+    const std::function<void(const std::function<void(std::string_view)>& write)>& produce);
 
 } // namespace qvad::dxf

@@ -2,7 +2,7 @@
 
 namespace qvad::dxf {
 
-ValueKind valueKind(int code) {
+constexpr ValueKind computeValueKind(int code) {
     if (code < 0) return ValueKind::String;
     if (code <= 4) return ValueKind::String;
     if (code == 5) return ValueKind::Handle;
@@ -41,6 +41,21 @@ ValueKind valueKind(int code) {
     if (code >= 1060 && code <= 1070) return ValueKind::Int16;
     if (code == 1071) return ValueKind::Int32;
     return ValueKind::String;
+}
+
+namespace {
+struct KindTable {
+    ValueKind kinds[1072];
+    constexpr KindTable() : kinds() {
+        for (int c = 0; c < 1072; ++c) kinds[c] = computeValueKind(c);
+    }
+};
+// Asked for every tag read and written, so answered from a table built by the compiler.
+constexpr KindTable kKindTable;
+} // namespace
+
+ValueKind valueKind(int code) {
+    return code >= 0 && code < 1072 ? kKindTable.kinds[code] : computeValueKind(code);
 }
 
 bool isHandleReference(int code) {

@@ -19,10 +19,18 @@ std::string_view trimSpaces(std::string_view s) {
 }
 
 bool parseCode(std::string_view s, int& code) {
-    s = trimSpaces(s);
-    if (s.empty()) return false;
-    auto [p, ec] = std::from_chars(s.data(), s.data() + s.size(), code);
-    return ec == std::errc() && p == s.data() + s.size();
+    std::size_t i = 0, n = s.size();
+    while (i < n && s[i] == ' ') ++i;
+    bool negative = i < n && s[i] == '-';
+    if (negative) ++i;
+    std::size_t first = i;
+    int value = 0;
+    while (i < n && s[i] >= '0' && s[i] <= '9' && i - first < 6) value = value * 10 + (s[i++] - '0');
+    if (i == first) return false;
+    while (i < n && (s[i] == ' ' || s[i] == '\t' || s[i] == '\r')) ++i;
+    if (i != n) return false;
+    code = negative ? -value : value;
+    return true;
 }
 
 bool looksLikeInteger(std::string_view s) {
@@ -74,11 +82,12 @@ TagFile readAscii(std::string_view buf) {
     const char* end = p + buf.size();
     auto nextLine = [&](std::string_view& line) {
         if (p >= end) return false;
-        const char* nl = static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
-        const char* stop = nl ? nl : end;
-        line = std::string_view(p, static_cast<std::size_t>(stop - p));
+        // Most DXF lines are a few characters long, where a plain loop beats a memchr call.
+        const char* q = p;
+        while (q < end && *q != '\n') ++q;
+        line = std::string_view(p, static_cast<std::size_t>(q - p));
         if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        p = nl ? nl + 1 : end;
+        p = q < end ? q + 1 : end;
         return true;
     };
     std::string_view codeLine, valueLine;
@@ -110,7 +119,9 @@ TagFile readAscii(std::string_view buf) {
             continue;
         }
         file.tags.emplace_back(code, valueLine);
-        if (code == 0 && valueLine == "EOF") {
+        if (code != 0) continue;
+        ++file.records;
+        if (valueLine == "EOF") {
             std::string_view rest(p, static_cast<std::size_t>(end - p));
             if (!isBlank(rest)) file.bytesAfterEof = rest.size();
             break;

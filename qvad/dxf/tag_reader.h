@@ -14,6 +14,7 @@ namespace qvad::dxf {
 struct TagFile {
     std::vector<Tag> tags; // up to and including "0 EOF"
     bool binary = false;
+    std::size_t records = 0;       // group 0 tags: about the number of objects to come
     std::size_t bytesAfterEof = 0; // non-blank bytes that followed EOF and were ignored
     // Tag indices before which a comment (group 999) was dropped; they shift line numbers.
     std::vector<std::size_t> commentsBefore;
