@@ -8,8 +8,15 @@
 #include <unordered_map>
 
 namespace {
-std::unordered_map<std::string, TaggedObjectCreator>& registry() {
-    static std::unordered_map<std::string, TaggedObjectCreator> creators;
+// Looked up once per object loaded, so by string_view without building a string.
+struct TypeNameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+};
+using Registry = std::unordered_map<std::string, TaggedObjectCreator, TypeNameHash, std::equal_to<>>;
+
+Registry& registry() {
+    static Registry creators;
     return creators;
 }
 
@@ -44,7 +51,7 @@ std::unique_ptr<OdDbObject> createObject(std::string_view typeName, ObjectContex
                                          std::span<const Tag> tags) {
     ensureBuiltinClasses();
     auto& creators = registry();
-    auto it = creators.find(std::string(typeName));
+    auto it = creators.find(typeName);
     if (it != creators.end()) return it->second(typeName, tags);
     switch (context) {
     case ObjectContext::Entity:

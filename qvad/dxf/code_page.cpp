@@ -1,6 +1,8 @@
 #include "qvad/dxf/code_page.h"
 
 #include <cerrno>
+#include <cstdint>
+#include <cstring>
 #include <cstdio>
 #include <iconv.h>
 #include <map>
@@ -87,9 +89,18 @@ std::string iconvName(std::string_view cp) {
 }
 
 bool isAscii(std::string_view text) {
-    for (char c : text)
-        if (static_cast<unsigned char>(c) >= 0x80) return false;
-    return true;
+    // Whole files pass through here, so eight bytes at a time.
+    const char* p = text.data();
+    std::size_t n = text.size();
+    std::uint64_t high = 0;
+    for (; n >= 64; p += 64, n -= 64) {
+        std::uint64_t words[8];
+        std::memcpy(words, p, 64);
+        for (std::uint64_t w : words) high |= w;
+        if (high & 0x8080808080808080ULL) return false;
+    }
+    for (; n > 0; ++p, --n) high |= static_cast<unsigned char>(*p);
+    return (high & 0x8080808080808080ULL) == 0 && (high & 0x80) == 0;
 }
 
 std::string decodeCodePage(std::string_view bytes, std::string_view dwgCodePage) {

@@ -149,6 +149,8 @@ private:
     // Moves every text value to UTF-8 in memory, whatever the file stored.
     void decodeText() {
         bool legacy = m_db.versionNumber() < 1021;
+        // One look at the whole file spares a look at every text when there is nothing to decode.
+        if ((!legacy || isAscii(m_source)) && m_source.find("\\U+") == std::string_view::npos) return;
         std::string codePage(m_db.codePage());
         for (Tag& t : m_tags) {
             if (!isStringKind(t.code) || t.code == 0) continue;
@@ -309,6 +311,7 @@ private:
     OdDbDatabase& m_db;
     std::vector<Tag>& m_tags;
     bool m_binary = false;
+    std::string_view m_source; // the file's bytes
     TagFile m_lines; // tags moved out; keeps what maps tags to lines
     std::vector<qvad::db::BlockDefinition> m_blockDefs;
     std::vector<OdDbEntity*> m_entities;
@@ -316,7 +319,8 @@ private:
     std::vector<OdDbComplexEntity*> m_missingSeqend;
 
 public:
-    void setSource(TagFile&& lines) {
+    void setSource(TagFile&& lines, std::string_view bytes) {
+        m_source = bytes;
         m_binary = lines.binary;
         m_lines = std::move(lines);
     }
@@ -334,7 +338,7 @@ std::unique_ptr<OdDbDatabase> readInto(std::unique_ptr<OdDbDatabase> db, std::st
     db->fileTags() = std::move(file.tags);
     db->reserveObjects(file.records);
     Reader reader(*db, db->fileTags());
-    reader.setSource(std::move(file));
+    reader.setSource(std::move(file), view);
     reader.run();
     return db;
 }

@@ -6,6 +6,8 @@
 #include <bit>
 #include <charconv>
 #include <cstring>
+#include <exception>
+#include <thread>
 
 namespace qvad::dxf {
 namespace {
@@ -74,12 +76,14 @@ std::string printable(std::string_view s) {
     return out;
 }
 
-TagFile readAscii(std::string_view buf) {
-    TagFile file;
-    if (buf.starts_with("\xEF\xBB\xBF")) buf.remove_prefix(3);
-    file.tags.reserve(static_cast<std::size_t>(std::count(buf.begin(), buf.end(), '\n')) / 2 + 2);
-    const char* p = buf.data();
-    const char* end = p + buf.size();
+// Splits lines [p, end) into tags, appending to `file`, until `stop` (a line start), the EOF tag or
+// the end. Returns where it stopped and whether that was the EOF tag.
+struct RangeEnd {
+    const char* at;
+    bool sawEof;
+};
+
+RangeEnd tokenizeRange(const char* p, const char* end, const char* stop, TagFile& file) {
     auto nextLine = [&](std::string_view& line) {
         if (p >= end) return false;
         // Most DXF lines are a few characters long, where a plain loop beats a memchr call.
@@ -91,12 +95,12 @@ TagFile readAscii(std::string_view buf) {
         return true;
     };
     std::string_view codeLine, valueLine;
-    while (nextLine(codeLine)) {
+    while (p != stop && nextLine(codeLine)) {
         std::size_t line = 2 * (file.tags.size() + file.commentsBefore.size()) + 1;
         int code = 0;
         if (!parseCode(codeLine, code)) {
             if (isBlank(std::string_view(codeLine.data(), static_cast<std::size_t>(end - codeLine.data()))))
-                break;
+                return {end, false};
             throw DxfError(line, "group code expected, found \"" + printable(codeLine) + "\"");
         }
         if (!nextLine(valueLine))
@@ -124,9 +128,83 @@ TagFile readAscii(std::string_view buf) {
         if (valueLine == "EOF") {
             std::string_view rest(p, static_cast<std::size_t>(end - p));
             if (!isBlank(rest)) file.bytesAfterEof = rest.size();
-            break;
+            return {p, true};
         }
     }
+    return {p, false};
+}
+
+std::size_t countLines(std::string_view s) {
+    return static_cast<std::size_t>(std::count(s.begin(), s.end(), '\n'));
+}
+
+// The start of a "  0" line near the middle: a likely tag boundary for a second thread to start at.
+// It may be a value line instead; the first thread tells, because it must arrive exactly there.
+const char* candidateBoundary(std::string_view buf) {
+    std::size_t from = buf.size() / 2;
+    std::size_t limit = std::min(buf.size(), from + (1u << 20));
+    for (std::size_t at = buf.find("\n  0", from); at != std::string_view::npos && at < limit;
+         at = buf.find("\n  0", at + 1)) {
+        std::size_t after = at + 4;
+        if (after < buf.size() && (buf[after] == '\n' || buf[after] == '\r')) return buf.data() + at + 1;
+    }
+    return nullptr;
+}
+
+constexpr std::size_t kParallelThreshold = 8u << 20;
+
+TagFile readAscii(std::string_view buf) {
+    TagFile file;
+    if (buf.starts_with("\xEF\xBB\xBF")) buf.remove_prefix(3);
+    const char* begin = buf.data();
+    const char* end = begin + buf.size();
+    const char* boundary = buf.size() >= kParallelThreshold ? candidateBoundary(buf) : nullptr;
+    if (!boundary) {
+        file.tags.reserve(countLines(buf) / 2 + 2);
+        tokenizeRange(begin, end, nullptr, file);
+        return file;
+    }
+
+    // Large files are split in two at a likely tag boundary and read by two threads.
+    TagFile second;
+    std::exception_ptr secondError;
+    std::thread worker([&] {
+        try {
+            second.tags.reserve(
+                countLines(std::string_view(boundary, static_cast<std::size_t>(end - boundary))) / 2 + 2);
+            tokenizeRange(boundary, end, nullptr, second);
+        } catch (...) {
+            secondError = std::current_exception();
+        }
+    });
+    RangeEnd first;
+    try {
+        file.tags.reserve(countLines(buf) / 2 + 2);
+        first = tokenizeRange(begin, end, boundary, file);
+    } catch (...) {
+        worker.join();
+        throw;
+    }
+    worker.join();
+    if (first.sawEof) return file;
+    if (first.at != boundary) {
+        // The boundary was a value line: the second half is read again, in order.
+        tokenizeRange(first.at, end, nullptr, file);
+        return file;
+    }
+    std::size_t linesBefore = 2 * (file.tags.size() + file.commentsBefore.size());
+    if (secondError) {
+        try {
+            std::rethrow_exception(secondError);
+        } catch (const DxfError& e) {
+            throw DxfError(e.line() + linesBefore, e.what());
+        }
+    }
+    std::size_t offset = file.tags.size();
+    file.tags.insert(file.tags.end(), second.tags.begin(), second.tags.end());
+    for (std::size_t at : second.commentsBefore) file.commentsBefore.push_back(at + offset);
+    file.records += second.records;
+    file.bytesAfterEof = second.bytesAfterEof;
     return file;
 }
 
