@@ -78,7 +78,7 @@ TEST(ReaderErrors, NonDxfInputIsRefused) {
     EXPECT_FALSE(refusal("").second.empty());
     EXPECT_FALSE(refusal("hello world\n").second.empty());
     EXPECT_FALSE(refusal(dxfText({{0, "SECTION"}})).second.empty());
-    EXPECT_FALSE(refusal(std::string("AutoCAD Binary DXF\r\n\x1a\0\0\0SECT", 30)).second.empty());
+    EXPECT_FALSE(refusal(std::string("AutoCAD Binary DXF\r\n\x1a\0\0\0SECT", 28)).second.empty());
 }
 
 TEST(ReaderErrors, CommentsDoNotShiftReportedLines) {
