@@ -2,6 +2,7 @@
 
 #include "qvad/app/drawing_info.h"
 #include "qvad/db/OdDbDatabase.h"
+#include "qvad/db/drawing_template.h"
 #include "qvad/dxf/dxf_error.h"
 #include "qvad/dxf/dxf_reader.h"
 #include "qvad/dxf/dxf_writer.h"
@@ -39,14 +40,9 @@ int main(int argc, char** argv) {
         std::cerr << "qvad: the command line, scripts and modules are not available yet\n";
         return 2;
     }
-    if (drawing.empty()) {
-        std::cerr << "qvad: new drawings are not available yet; name a DXF file\n";
-        return 2;
-    }
-
     std::unique_ptr<OdDbDatabase> db;
     try {
-        db = qvad::dxf::readDxfFile(drawing);
+        db = drawing.empty() ? qvad::db::newDrawing() : qvad::dxf::readDxfFile(drawing);
     } catch (const qvad::dxf::DxfError& e) {
         return loadFailure(drawing, e);
     } catch (const std::system_error& e) {
@@ -56,7 +52,7 @@ int main(int argc, char** argv) {
     for (const std::string& repair : db->repairs()) std::cout << "Repaired: " << repair << "\n";
 
     if (info || output.empty()) {
-        std::cout << "Drawing: " << drawing << "\n";
+        std::cout << "Drawing: " << (drawing.empty() ? "(new drawing)" : drawing) << "\n";
         qvad::app::printDrawingInfo(*db, std::cout);
         if (info) return 0;
     }

@@ -17,6 +17,16 @@ struct RawSection {
     std::vector<qvad::dxf::Tag> tags;
 };
 
+// Told of every change made through the host interface, before it happens, so that an undo journal can
+// record the old state.
+class ChangeObserver {
+public:
+    virtual ~ChangeObserver() = default;
+    virtual void beforeModify(OdDbObject& object) = 0;
+    virtual void created(OdDbObject& object) = 0;
+    virtual void beforeEraseChange(OdDbObject& object, bool erasing) = 0;
+};
+
 class OdDbDatabase {
 public:
     OdDbDatabase();
@@ -78,7 +88,21 @@ public:
     // The file's own tags, which loaded objects point into; kept alive with the database.
     std::vector<qvad::dxf::Tag>& fileTags() { return m_fileTags; }
 
+    // The one way changes are announced; nothing happens while no observer is set.
+    void setChangeObserver(ChangeObserver* observer) { m_observer = observer; }
+    ChangeObserver* changeObserver() const { return m_observer; }
+    void notifyBeforeModify(OdDbObject& object) {
+        if (m_observer) m_observer->beforeModify(object);
+    }
+    void notifyCreated(OdDbObject& object) {
+        if (m_observer) m_observer->created(object);
+    }
+    void notifyBeforeEraseChange(OdDbObject& object, bool erasing) {
+        if (m_observer) m_observer->beforeEraseChange(object, erasing);
+    }
+
 private:
+    ChangeObserver* m_observer = nullptr;
     qvad::dxf::StringPool m_strings;
     std::vector<qvad::dxf::Tag> m_fileTags;
     HeaderVariables m_header;

@@ -29,15 +29,14 @@ struct LoadedStructure {
 void assembleDrawing(OdDbDatabase& db, LoadedStructure& loaded);
 
 // Brings an R12 (or older) drawing to the R2000 structure: handles, owners, subclass markers,
-// the BLOCK_RECORD table, layouts and the OBJECTS section.
+// the BLOCK_RECORD table, layouts and the OBJECTS section. A drawing whose text holds characters its
+// code page cannot becomes R2007, where text is UTF-8.
 void upgradeLegacyDrawing(OdDbDatabase& db);
 
-// Checks and mends references, required table entries, layouts and dictionaries.
+// Checks and mends names, references, required table entries, blocks, layouts, dictionaries and
+// owners.
 void auditDrawing(OdDbDatabase& db);
 
 void addSeqend(OdDbDatabase& db, OdDbComplexEntity& parent);
-
-// The tag list of a fresh object: handle, owner and subclass markers as R2000 and later write them.
-std::vector<Tag> headTags(OdDbDatabase& db, Handle handle, Handle owner);
 
 } // namespace qvad::db

@@ -152,16 +152,20 @@ private:
         // One look at the whole file spares a look at every text when there is nothing to decode.
         if ((!legacy || isAscii(m_source)) && m_source.find("\\U+") == std::string_view::npos) return;
         std::string codePage(m_db.codePage());
-        for (Tag& t : m_tags) {
-            if (!isStringKind(t.code) || t.code == 0) continue;
+        auto decode = [&](Tag& t) {
+            if (!isStringKind(t.code) || t.code == 0) return;
             std::string_view v = t.value();
             bool high = legacy && !isAscii(v);
             bool escaped = hasUnicodeEscape(v);
-            if (!high && !escaped) continue;
+            if (!high && !escaped) return;
             std::string text = high ? decodeCodePage(v, codePage) : std::string(v);
             if (escaped) text = decodeUnicodeEscapes(text);
             t = Tag(t.code, m_db.keep(text));
-        }
+        };
+        for (Tag& t : m_tags) decode(t);
+        // The header was read before the code page was known; its values are copies.
+        for (HeaderVariable& v : m_db.header().all())
+            for (Tag& t : v.tags) decode(t);
     }
 
     // Records of a tag range: each starts at a group 0 tag and runs to the next one.
