@@ -128,7 +128,15 @@ std::optional<Layout> entityLayout(const OdDbEntity& e, const OdDbEntity* parent
     return std::nullopt;
 }
 
+// The X group that a Y or Z group belongs to; a point's coordinates stay in one subclass.
+int pointXOf(int code) {
+    if ((code >= 20 && code <= 28) || (code >= 120 && code <= 122) || code == 220) return code - 10;
+    if ((code >= 30 && code <= 37) || (code >= 130 && code <= 132) || code == 230) return code - 20;
+    return code;
+}
+
 std::size_t segmentOf(const Layout& layout, int code) {
+    code = pointXOf(code);
     for (std::size_t s = 0; s < layout.segments.size(); ++s)
         if (std::find(layout.segments[s].codes.begin(), layout.segments[s].codes.end(), code) !=
             layout.segments[s].codes.end())

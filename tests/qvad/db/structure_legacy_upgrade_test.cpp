@@ -220,7 +220,7 @@ constexpr std::string_view kR12 = R"(
 13 0.0
 23 0.0
 14 100.0
-24 0.0
+24 7.5
 50 0.0
 0 DIMENSION
 8 DIMS
@@ -348,10 +348,14 @@ TEST_F(LegacyUpgrade, DimensionsAreMarkedByTheirType) {
     ASSERT_EQ(dims.size(), 2u);
     EXPECT_EQ(markers(*dims[0]),
               (Markers{"AcDbEntity", "AcDbDimension", "AcDbAlignedDimension", "AcDbRotatedDimension"}));
+    // Each point keeps its Y and Z in the subclass that holds its X.
     EXPECT_EQ(dims[0]->getPoint(14, {}, "AcDbAlignedDimension").x, 100.0);
+    EXPECT_EQ(dims[0]->getPoint(14, {}, "AcDbAlignedDimension").y, 7.5);
+    EXPECT_EQ(dims[0]->findTag(24, "AcDbDimension"), nullptr);
     EXPECT_EQ(dims[0]->getString(3, {}, "AcDbDimension"), "ARCHITECTURAL");
     EXPECT_EQ(markers(*dims[1]), (Markers{"AcDbEntity", "AcDbDimension", "AcDbRadialDimension"}));
     EXPECT_EQ(dims[1]->getPoint(15, {}, "AcDbRadialDimension").x, 60.0);
+    EXPECT_EQ(dims[1]->getPoint(15, {}, "AcDbRadialDimension").y, 50.0);
     // The type keeps its kind and gains the bit every R13 and later dimension carries.
     EXPECT_EQ(dims[1]->getInt(70, 0, "AcDbDimension"), 4 | 32);
 }
