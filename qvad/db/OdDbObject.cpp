@@ -52,7 +52,8 @@ std::size_t OdDbObject::handleTagIndex() const {
     for (std::size_t i = 0; i < m_tagCount; ++i) {
         int c = m_tagData[i].code;
         if (c == 105 || (c == 5 && !dimStyle)) return i;
-        if (c == 100 || c == 1001) break;
+        // Some R12 writers put the handle after the subclass markers they borrowed from R2000.
+        if (c == 1001) break;
     }
     return m_tagCount;
 }

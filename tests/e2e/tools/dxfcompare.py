@@ -35,8 +35,10 @@ class Diffs:
 
 
 class Context:
-    def __init__(self, by_handle: bool, limit=20):
+    def __init__(self, by_handle: bool, limit=20, recovered=False):
         self.by_handle = by_handle
+        # ezdxf's recovery loader resets references to styles the original does not define.
+        self.recovered = recovered
         self.diffs = Diffs(limit)
         self.layer_map = {}
 
@@ -139,6 +141,8 @@ def compare_attribs(orig, saved, ctx: Context, where: str, skip_handles=False, i
             # reference one side lacks is an audit matter, not content.
             if skip_handles or not ctx.by_handle or value_o is None or value_s is None:
                 continue
+        if key in ("style", "dimstyle") and ctx.recovered and value_o == "Standard":
+            continue
         if key == "layer" and isinstance(value_o, str) and isinstance(value_s, str):
             if not ctx.same_layer(dxffacts.text(value_o), dxffacts.text(value_s)):
                 ctx.diffs.add(f"{where}: layer {value_o!r} != {value_s!r}")

@@ -73,6 +73,7 @@ class RawFacts:
     """What the file itself says, before ezdxf repairs or adds anything."""
     handles_reliable: bool = False
     block_names: Optional[set] = None  # lower case; None if unknown
+    entity_handles: Optional[list] = None  # handles of the entities, as the file writes them
 
 
 def _records(path):
@@ -125,7 +126,9 @@ def scan_raw(path) -> RawFacts:
     reliable = reliable and all(n == 1 for n in seen.values())
     blocks = {name.lower() for kind, _h, section, name in records
               if kind == "BLOCK" and section == "BLOCKS" and name}
-    return RawFacts(reliable, blocks)
+    entity_handles = [h for kind, h, section, _n in records
+                      if section in ("ENTITIES", "BLOCKS") and kind not in _HANDLE_OPTIONAL and h]
+    return RawFacts(reliable, blocks, entity_handles)
 
 
 def _is_hex(text: str) -> bool:

@@ -75,9 +75,12 @@ def check_saved(src: Path, dst: Path, original) -> list:
     except Exception as error:
         return [f"saved file does not load without recovery: {dxfload.describe(error)}"]
     problems = []
-    wanted = max(OLDEST_SAVED_VERSION, file_version(original.doc) if original.doc else "")
-    if file_version(saved) < wanted:
-        problems.append(f"saved as {file_version(saved)}, expected {wanted} or newer")
+    # A drawing keeps its own version; R12 and older ones are brought up to R2000 at least.
+    own = file_version(original.doc) if original.doc else ""
+    if own > "AC1009" and file_version(saved) != own:
+        problems.append(f"saved as {file_version(saved)}, expected its own version {own}")
+    elif own <= "AC1009" and file_version(saved) < OLDEST_SAVED_VERSION:
+        problems.append(f"saved as {file_version(saved)}, expected {OLDEST_SAVED_VERSION} or newer")
     if original.doc is not None:
         diffs, _ = dxfdiff.compare_files(src, dst, original=original, saved_doc=saved)
         problems += diffs
