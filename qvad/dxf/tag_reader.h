@@ -24,6 +24,8 @@ struct TagFile {
 };
 
 bool isBinaryDxf(std::string_view buffer);
+// The marker a binary DXF file starts with.
+std::string_view binaryDxfSentinel();
 
 // Throws DxfError naming the line (ASCII) or byte offset (binary) of the first malformed tag.
 TagFile readTags(std::string_view buffer, StringPool& pool);

@@ -103,10 +103,14 @@ def compare_tables(orig_doc, saved_doc, ctx: Context):
             where = f"{table} {name!r}"
             # Standard entries the file did not define are ezdxf's own on one side and qvad's on
             # the other; only what the file held is content.
-            if ctx.recovered and name.lower() in ("continuous", "byblock", "bylayer", "standard"):
+            standard = name.lower() in ("continuous", "byblock", "bylayer", "standard")
+            if ctx.recovered and standard:
                 continue
-            dxfcompare.compare_attribs(entry, other, ctx, where, skip_handles=True,
-                                       ignore=("name",) if renamed else ())
+            ignore = ("name",) if renamed else ()
+            if standard:
+                # ezdxf gives the standard linetypes it adds an empty description, qvad a real one.
+                ignore += ("description",)
+            dxfcompare.compare_attribs(entry, other, ctx, where, skip_handles=True, ignore=ignore)
             if table == "linetypes":
                 _compare_pattern(entry, other, ctx, where)
 

@@ -4,6 +4,7 @@
 #include "qvad/db/OdDbDatabase.h"
 #include "qvad/dxf/dxf_error.h"
 #include "qvad/dxf/dxf_reader.h"
+#include "qvad/dxf/tag_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -78,7 +79,8 @@ TEST(ReaderErrors, NonDxfInputIsRefused) {
     EXPECT_FALSE(refusal("").second.empty());
     EXPECT_FALSE(refusal("hello world\n").second.empty());
     EXPECT_FALSE(refusal(dxfText({{0, "SECTION"}})).second.empty());
-    EXPECT_FALSE(refusal(std::string("AutoCAD Binary DXF\r\n\x1a\0\0\0SECT", 28)).second.empty());
+    EXPECT_FALSE(
+        refusal(std::string(qvad::dxf::binaryDxfSentinel()) + std::string("\0\0SECT", 6)).second.empty());
 }
 
 TEST(ReaderErrors, CommentsDoNotShiftReportedLines) {

@@ -6,6 +6,7 @@
 #include "qvad/dxf/dxf_reader.h"
 #include "qvad/dxf/dxf_writer.h"
 #include "qvad/dxf/file_save.h"
+#include "qvad/dxf/tag_reader.h"
 
 #include <filesystem>
 #include <fstream>
@@ -147,7 +148,7 @@ TEST(RoundTrip, DuplicateAndMissingHandlesGetFreshOnes) {
 
 TEST(RoundTrip, BinaryDxfReadsLikeAscii) {
     // A small binary file: header with the version, one LINE.
-    std::string bin("AutoCAD Binary DXF\r\n\x1a\0", 22);
+    std::string bin(qvad::dxf::binaryDxfSentinel());
     auto code = [&](int c) { bin.append(reinterpret_cast<const char*>(&c), 2); };
     auto str = [&](int c, const char* s) {
         code(c);
