@@ -118,16 +118,23 @@ std::size_t OdDbObject::xdataStart() const {
 }
 
 std::pair<std::size_t, std::size_t> OdDbObject::subclassRange(std::string_view subclass) const {
-    std::size_t end = xdataStart();
-    if (subclass.empty()) return {0, end};
-    for (std::size_t i = 0; i < end; ++i) {
-        if (m_tagData[i].code == 100 && m_tagData[i].value() == subclass) {
+    // One pass that stops at the extended data: property reads run for every object on load.
+    std::size_t n = m_tagCount;
+    if (subclass.empty()) {
+        std::size_t i = 0;
+        while (i < n && m_tagData[i].code != 1001) ++i;
+        return {0, i};
+    }
+    for (std::size_t i = 0; i < n; ++i) {
+        int code = m_tagData[i].code;
+        if (code == 1001) return {i, i};
+        if (code == 100 && m_tagData[i].value() == subclass) {
             std::size_t j = i + 1;
-            while (j < end && m_tagData[j].code != 100) ++j;
+            while (j < n && m_tagData[j].code != 100 && m_tagData[j].code != 1001) ++j;
             return {i + 1, j};
         }
     }
-    return {end, end};
+    return {n, n};
 }
 
 bool OdDbObject::hasSubclass(std::string_view subclass) const {
@@ -137,6 +144,14 @@ bool OdDbObject::hasSubclass(std::string_view subclass) const {
 }
 
 const Tag* OdDbObject::findTag(int code, std::string_view subclass) const {
+    if (subclass.empty()) {
+        for (std::size_t i = 0; i < m_tagCount; ++i) {
+            int c = m_tagData[i].code;
+            if (c == code) return &m_tagData[i];
+            if (c == 1001) break;
+        }
+        return nullptr;
+    }
     auto [b, e] = subclassRange(subclass);
     for (std::size_t i = b; i < e; ++i)
         if (m_tagData[i].code == code) return &m_tagData[i];

@@ -97,6 +97,8 @@ private:
         }
     }
 
+    std::map<std::string_view, std::vector<std::string_view>> m_found;
+
     std::string_view headerName(std::string_view variable) const { return m_db.header().value(variable); }
 
     // Notes a name its table lacks, once; the names that need no record are skipped.
@@ -104,8 +106,16 @@ private:
         if (name.empty() ||
             (tableName == "LTYPE" && (equalsNoCase(name, "BYLAYER") || equalsNoCase(name, "BYBLOCK"))))
             return;
+        // Most entities name the few layers and styles already met: those are answered here.
+        std::vector<std::string_view>& known = m_found[tableName];
+        for (std::string_view k : known)
+            if (k == name) return;
         OdDbSymbolTable* table = m_db.table(tableName);
-        if (!table || table->find(name)) return;
+        if (!table) return;
+        if (table->find(name)) {
+            if (known.size() < 64) known.push_back(name);
+            return;
+        }
         if (!m_noted.insert(std::string(tableName) + ":" + upper(name)).second) return;
         missing.emplace_back(name);
     }
