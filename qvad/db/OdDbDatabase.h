@@ -86,7 +86,7 @@ public:
     std::vector<std::string>& repairs() { return m_repairs; }
 
     // The file's own tags, which loaded objects point into; kept alive with the database.
-    std::vector<qvad::dxf::Tag>& fileTags() { return m_fileTags; }
+    qvad::dxf::TagArray& fileTags() { return m_fileTags; }
 
     // The one way changes are announced; nothing happens while no observer is set.
     void setChangeObserver(ChangeObserver* observer) { m_observer = observer; }
@@ -104,7 +104,7 @@ public:
 private:
     ChangeObserver* m_observer = nullptr;
     qvad::dxf::StringPool m_strings;
-    std::vector<qvad::dxf::Tag> m_fileTags;
+    qvad::dxf::TagArray m_fileTags;
     HeaderVariables m_header;
     std::vector<qvad::dxf::Tag> m_classes;
     std::vector<RawSection> m_rawSections;

@@ -26,7 +26,7 @@ struct Section {
 
 class Reader {
 public:
-    Reader(OdDbDatabase& db, std::vector<Tag>& tags) : m_db(db), m_tags(tags) {}
+    Reader(OdDbDatabase& db, TagArray& tags) : m_db(db), m_tags(tags) {}
 
     void run() {
         std::vector<Section> sections = splitSections();
@@ -313,7 +313,7 @@ private:
     }
 
     OdDbDatabase& m_db;
-    std::vector<Tag>& m_tags;
+    TagArray& m_tags;
     bool m_binary = false;
     std::string_view m_source; // the file's bytes
     TagFile m_lines; // tags moved out; keeps what maps tags to lines

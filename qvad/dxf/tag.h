@@ -2,8 +2,11 @@
 // A DXF group: a code and its value as text. Values stay text from load to save so that numbers
 // round-trip to the last digit and tags nobody here understands come out exactly as they went in.
 
+#include "qvad/dxf/large_block_allocator.h"
+
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace qvad::dxf {
 
@@ -19,6 +22,9 @@ struct Tag {
     std::string_view value() const { return {data, size}; }
     bool is(int c, std::string_view v) const { return code == c && value() == v; }
 };
+
+// All tags of a loaded file, in order.
+using TagArray = std::vector<Tag, LargeBlockAllocator<Tag>>;
 
 // How a group code's value is stored; decides parsing, validation, code-page conversion and the
 // binary DXF encoding.

@@ -12,7 +12,7 @@
 namespace qvad::dxf {
 
 struct TagFile {
-    std::vector<Tag> tags; // up to and including "0 EOF"
+    TagArray tags; // up to and including "0 EOF"
     bool binary = false;
     std::size_t records = 0;       // group 0 tags: about the number of objects to come
     std::size_t bytesAfterEof = 0; // non-blank bytes that followed EOF and were ignored
