@@ -82,3 +82,8 @@ std::array<OdGePoint3d, 4> mtextBoundingPoints(const OdDbMText& mtext) {
 }
 
 } // namespace qvad::text
+
+void OdDbMText::getBoundingPoints(std::vector<OdGePoint3d>& points) const {
+    std::array<OdGePoint3d, 4> corners = qvad::text::mtextBoundingPoints(*this);
+    points.assign(corners.begin(), corners.end());
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "qvad/db/OdDbEntity.h"
 #include "qvad/db/entities/tag_access.h"
 
@@ -62,4 +64,8 @@ public:
 
 private:
     std::string_view part() const { return qvad::db::dataPart(*this, kSubclass); }
+
+    // The four corners of the text block in world coordinates: top left, top right, bottom left,
+    // bottom right. Measuring needs the fonts, so this is defined beside the text extents.
+    void getBoundingPoints(std::vector<OdGePoint3d>& points) const;
 };
