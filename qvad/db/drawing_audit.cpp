@@ -91,8 +91,13 @@ private:
 
     void ownEntity(OdDbEntity& e, Handle owner) {
         own(e, owner);
-        if (e.isComplex())
-            for (OdDbEntity* sub : static_cast<OdDbComplexEntity&>(e).subEntities()) own(*sub, e.handle());
+        if (!e.isComplex()) return;
+        for (OdDbEntity* sub : static_cast<OdDbComplexEntity&>(e).subEntities()) {
+            // Some writers give attributes and vertices the block of their parent as owner; that
+            // names the right place too, so the file keeps it.
+            if (sub->ownerHandle() == owner && sub->handle() != 0) continue;
+            own(*sub, e.handle());
+        }
     }
 
     OdDbDatabase& m_db;

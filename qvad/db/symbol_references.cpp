@@ -239,8 +239,11 @@ private:
     void report(std::string_view kind, const std::vector<std::string>& names,
                 std::string_view why = "the drawing uses but did not define") {
         if (names.empty() || !m_reportAdded) return;
-        m_db.repairs().push_back("added " + std::to_string(names.size()) + " " + std::string(kind) +
-                                 " that " + std::string(why) + ": " + listed(names));
+        // "layers" -> "layer" for a single name.
+        std::string noun(kind);
+        if (names.size() == 1 && noun.ends_with('s')) noun.pop_back();
+        m_db.repairs().push_back("added " + std::to_string(names.size()) + " " + noun + " that " +
+                                 std::string(why) + ": " + listed(names));
     }
 
     // Every application that writes extended data has to be registered first.

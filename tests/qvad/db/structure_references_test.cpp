@@ -105,7 +105,7 @@ TEST_F(MissingRecords, ALayerEntitiesUseIsCreatedOnceWhateverTheCase) {
     EXPECT_EQ(db->getObject(ghost->getHandle(390))->typeName(), "ACDBPLACEHOLDER");
     // The entities keep their assignment.
     EXPECT_EQ(firstEntity(*db, "LINE")->getString(8), "GHOST");
-    EXPECT_TRUE(hasRepair(*loaded, "added 1 layers that the drawing uses but did not define: \"GHOST\""))
+    EXPECT_TRUE(hasRepair(*loaded, "added 1 layer that the drawing uses but did not define: \"GHOST\""))
         << repairs(*loaded);
 }
 
@@ -122,7 +122,7 @@ TEST_F(MissingRecords, LinetypesTextStylesAndDimensionStylesAreCreatedToo) {
     EXPECT_EQ(indexOf(*iso, 105), 0);
     EXPECT_EQ(iso->getDouble(41), db->table("DIMSTYLE")->find("Standard")->getDouble(41));
     EXPECT_EQ(iso->getString(2), "ISO-25");
-    for (std::string_view kind : {"linetypes", "text styles", "dimension styles"})
+    for (std::string_view kind : {"linetype ", "text style ", "dimension style "})
         EXPECT_TRUE(hasRepair(*loaded, "added 1 " + std::string(kind))) << kind << "\n" << repairs(*loaded);
 }
 
