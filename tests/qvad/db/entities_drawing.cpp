@@ -3,6 +3,7 @@
 #include "qvad/db/entity_data_list.h"
 #include "qvad/dxf/dxf_reader.h"
 #include "qvad/dxf/dxf_writer.h"
+#include "tests/support/dxf_text.h"
 
 #include <gtest/gtest.h>
 #include <typeinfo>
@@ -10,95 +11,12 @@
 namespace entities_test {
 
 std::string dxf(TagText tags) {
-    std::string out;
-    for (const auto& [code, value] : tags) {
-        out += std::to_string(code);
-        out += '\n';
-        out += value;
-        out += '\n';
-    }
-    return out;
+    return dxfText(tags);
 }
 
 std::unique_ptr<OdDbDatabase> drawing(const std::string& entities, const std::string& blocks,
                                       const std::string& objects) {
-    std::string text = dxf({{0, "SECTION"},
-                            {2, "HEADER"},
-                            {9, "$ACADVER"},
-                            {1, "AC1015"},
-                            {9, "$HANDSEED"},
-                            {5, "1000"},
-                            {0, "ENDSEC"},
-                            {0, "SECTION"},
-                            {2, "TABLES"},
-                            {0, "TABLE"},
-                            {2, "BLOCK_RECORD"},
-                            {5, "1"},
-                            {330, "0"},
-                            {100, "AcDbSymbolTable"},
-                            {70, "2"},
-                            {0, "BLOCK_RECORD"},
-                            {5, "2"},
-                            {330, "1"},
-                            {100, "AcDbSymbolTableRecord"},
-                            {100, "AcDbBlockTableRecord"},
-                            {2, "*Model_Space"},
-                            {0, "BLOCK_RECORD"},
-                            {5, "3"},
-                            {330, "1"},
-                            {100, "AcDbSymbolTableRecord"},
-                            {100, "AcDbBlockTableRecord"},
-                            {2, "*Paper_Space"},
-                            {0, "ENDTAB"},
-                            {0, "ENDSEC"},
-                            {0, "SECTION"},
-                            {2, "BLOCKS"},
-                            {0, "BLOCK"},
-                            {5, "4"},
-                            {330, "2"},
-                            {100, "AcDbEntity"},
-                            {8, "0"},
-                            {100, "AcDbBlockBegin"},
-                            {2, "*Model_Space"},
-                            {70, "0"},
-                            {10, "0.0"},
-                            {20, "0.0"},
-                            {30, "0.0"},
-                            {3, "*Model_Space"},
-                            {0, "ENDBLK"},
-                            {5, "5"},
-                            {330, "2"},
-                            {100, "AcDbEntity"},
-                            {8, "0"},
-                            {100, "AcDbBlockEnd"},
-                            {0, "BLOCK"},
-                            {5, "6"},
-                            {330, "3"},
-                            {100, "AcDbEntity"},
-                            {67, "1"},
-                            {8, "0"},
-                            {100, "AcDbBlockBegin"},
-                            {2, "*Paper_Space"},
-                            {70, "0"},
-                            {10, "0.0"},
-                            {20, "0.0"},
-                            {30, "0.0"},
-                            {3, "*Paper_Space"},
-                            {0, "ENDBLK"},
-                            {5, "7"},
-                            {330, "3"},
-                            {100, "AcDbEntity"},
-                            {67, "1"},
-                            {8, "0"},
-                            {100, "AcDbBlockEnd"}});
-    text += blocks;
-    text += dxf({{0, "ENDSEC"}, {0, "SECTION"}, {2, "ENTITIES"}});
-    text += entities;
-    text += dxf({{0, "ENDSEC"}, {0, "SECTION"}, {2, "OBJECTS"}});
-    text +=
-        objects.empty() ? dxf({{0, "DICTIONARY"}, {5, "C"}, {330, "0"}, {100, "AcDbDictionary"}}) : objects;
-    text += dxf({{0, "ENDSEC"}, {0, "EOF"}});
-    return qvad::dxf::readDxfBuffer(std::move(text));
+    return qvad::dxf::readDxfBuffer(r2000DrawingText(entities, blocks, objects));
 }
 
 Lines snapshot(std::span<const Tag> tags) {

@@ -1,115 +1,21 @@
 #pragma once
-// Small DXF texts for tests, written one tag per pair of lines.
 
-#include <initializer_list>
-#include <string>
-#include <utility>
+#include "tests/support/dxf_text.h"
 
-inline std::string dxfText(std::initializer_list<std::pair<int, const char*>> tags) {
-    std::string out;
-    for (const auto& [code, value] : tags) out += std::to_string(code) + "\n" + value + "\n";
-    return out;
-}
-
-// A complete R2000 drawing with one LINE in model space, owner links and all.
+// A complete R2000 drawing with one LINE in model space unless other entities are given.
 inline std::string minimalR2000(const std::string& entities = {}, const char* codePage = "ANSI_1252") {
-    std::string text = dxfText({{0, "SECTION"},
-                                {2, "HEADER"},
-                                {9, "$ACADVER"},
-                                {1, "AC1015"},
-                                {9, "$DWGCODEPAGE"},
-                                {3, codePage},
-                                {9, "$HANDSEED"},
-                                {5, "100"},
-                                {0, "ENDSEC"},
-                                {0, "SECTION"},
-                                {2, "TABLES"},
-                                {0, "TABLE"},
-                                {2, "BLOCK_RECORD"},
-                                {5, "1"},
-                                {330, "0"},
-                                {100, "AcDbSymbolTable"},
-                                {70, "2"},
-                                {0, "BLOCK_RECORD"},
-                                {5, "2"},
-                                {330, "1"},
-                                {100, "AcDbSymbolTableRecord"},
-                                {100, "AcDbBlockTableRecord"},
-                                {2, "*Model_Space"},
-                                {0, "BLOCK_RECORD"},
-                                {5, "3"},
-                                {330, "1"},
-                                {100, "AcDbSymbolTableRecord"},
-                                {100, "AcDbBlockTableRecord"},
-                                {2, "*Paper_Space"},
-                                {0, "ENDTAB"},
-                                {0, "ENDSEC"},
-                                {0, "SECTION"},
-                                {2, "BLOCKS"},
-                                {0, "BLOCK"},
-                                {5, "4"},
-                                {330, "2"},
-                                {100, "AcDbEntity"},
-                                {8, "0"},
-                                {100, "AcDbBlockBegin"},
-                                {2, "*Model_Space"},
-                                {70, "0"},
-                                {10, "0.0"},
-                                {20, "0.0"},
-                                {30, "0.0"},
-                                {3, "*Model_Space"},
-                                {1, ""},
-                                {0, "ENDBLK"},
-                                {5, "5"},
-                                {330, "2"},
-                                {100, "AcDbEntity"},
-                                {8, "0"},
-                                {100, "AcDbBlockEnd"},
-                                {0, "BLOCK"},
-                                {5, "6"},
-                                {330, "3"},
-                                {100, "AcDbEntity"},
-                                {67, "1"},
-                                {8, "0"},
-                                {100, "AcDbBlockBegin"},
-                                {2, "*Paper_Space"},
-                                {70, "0"},
-                                {10, "0.0"},
-                                {20, "0.0"},
-                                {30, "0.0"},
-                                {3, "*Paper_Space"},
-                                {1, ""},
-                                {0, "ENDBLK"},
-                                {5, "7"},
-                                {330, "3"},
-                                {100, "AcDbEntity"},
-                                {67, "1"},
-                                {8, "0"},
-                                {100, "AcDbBlockEnd"},
-                                {0, "ENDSEC"},
-                                {0, "SECTION"},
-                                {2, "ENTITIES"}});
-    text += entities.empty() ? dxfText({{0, "LINE"},
-                                        {5, "10"},
-                                        {330, "2"},
-                                        {100, "AcDbEntity"},
-                                        {8, "0"},
-                                        {100, "AcDbLine"},
-                                        {10, "1.5"},
-                                        {20, "2.25"},
-                                        {30, "0.0"},
-                                        {11, "10.0"},
-                                        {21, "20.0"},
-                                        {31, "0.0"}})
-                             : entities;
-    text += dxfText({{0, "ENDSEC"},
-                     {0, "SECTION"},
-                     {2, "OBJECTS"},
-                     {0, "DICTIONARY"},
-                     {5, "C"},
-                     {330, "0"},
-                     {100, "AcDbDictionary"},
-                     {0, "ENDSEC"},
-                     {0, "EOF"}});
-    return text;
+    return r2000DrawingText(entities.empty() ? dxfText({{0, "LINE"},
+                                                        {5, "10"},
+                                                        {330, "2"},
+                                                        {100, "AcDbEntity"},
+                                                        {8, "0"},
+                                                        {100, "AcDbLine"},
+                                                        {10, "1.5"},
+                                                        {20, "2.25"},
+                                                        {30, "0.0"},
+                                                        {11, "10.0"},
+                                                        {21, "20.0"},
+                                                        {31, "0.0"}})
+                                             : entities,
+                            {}, {}, codePage);
 }
