@@ -52,7 +52,9 @@ std::vector<std::pair<std::string, DataList>> applications(const DataList& list)
 DataList mergedList(const DataList& old, const DataList& incoming) {
     DataList merged(incoming.begin(), incoming.begin() + static_cast<std::ptrdiff_t>(markerIndex(incoming)));
     auto kept = applications(old), replaced = applications(incoming);
-    for (auto& [name, items] : replaced) {
+    for (auto& app : replaced) {
+        const auto& name = app.first;
+        const auto& items = app.second;
         auto same = std::find_if(kept.begin(), kept.end(),
                                  [&](const auto& a) { return equalsNoCase(a.first, name); });
         if (same != kept.end())

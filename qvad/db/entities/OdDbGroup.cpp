@@ -28,7 +28,8 @@ bool OdDbGroup::has(qvad::Handle entity) const {
 void OdDbGroup::append(qvad::Handle entity) {
     if (entity == 0 || has(entity)) return;
     const Tag member(340, keep(qvad::formatHandle(entity)));
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    // Plain variables: lambdas may not capture structured bindings with every compiler we build with.
+    const std::size_t e = qvad::db::partRange(*this, kSubclass).second;
     qvad::db::editTags(*this, [&](std::vector<Tag>& tags) {
         tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(e), member);
     });
@@ -38,7 +39,8 @@ void OdDbGroup::append(qvad::Handle entity) {
 
 bool OdDbGroup::remove(qvad::Handle entity) {
     if (!has(entity)) return false;
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto range = qvad::db::partRange(*this, kSubclass);
+    const std::size_t b = range.first, e = range.second;
     qvad::db::editTags(*this, [&](std::vector<Tag>& tags) {
         for (std::size_t i = e; i-- > b;)
             if (tags[i].code == 340 && qvad::parseHandle(tags[i].value()) == entity)

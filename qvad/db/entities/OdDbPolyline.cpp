@@ -32,7 +32,9 @@ int vertexTagRank(int code) {
 
 unsigned OdDbPolyline::numVerts() const {
     auto tags = this->tags();
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto b_e = qvad::db::partRange(*this, kSubclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     unsigned n = 0;
     for (std::size_t i = b; i < e; ++i)
         if (tags[i].code == 10) ++n;
@@ -41,7 +43,9 @@ unsigned OdDbPolyline::numVerts() const {
 
 std::pair<std::size_t, std::size_t> OdDbPolyline::vertexRange(unsigned index) const {
     auto tags = this->tags();
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto b_e = qvad::db::partRange(*this, kSubclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     unsigned seen = 0;
     for (std::size_t i = b; i < e; ++i) {
         if (tags[i].code != 10) continue;
@@ -55,14 +59,18 @@ std::pair<std::size_t, std::size_t> OdDbPolyline::vertexRange(unsigned index) co
 }
 
 const Tag* OdDbPolyline::vertexTag(unsigned index, int code) const {
-    auto [b, e] = vertexRange(index);
+    const auto b_e = vertexRange(index);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     for (std::size_t i = b; i < e; ++i)
         if (tags()[i].code == code) return &tags()[i];
     return nullptr;
 }
 
 OdGePoint2d OdDbPolyline::getPointAt(unsigned index) const {
-    auto [b, e] = vertexRange(index);
+    const auto b_e = vertexRange(index);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     OdGePoint3d p = qvad::db::pointAt(tags().subspan(0, e), b);
     return {p.x, p.y};
 }
@@ -96,7 +104,9 @@ bool OdDbPolyline::anyVertexHas(int code) const {
 }
 
 void OdDbPolyline::setVertexValue(unsigned index, int code, std::string_view text) {
-    auto [b, e] = vertexRange(index);
+    const auto b_e = vertexRange(index);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     std::string_view kept = keep(text);
     qvad::db::editTags(*this, [&](std::vector<Tag>& tags) {
         std::size_t at = e;
@@ -112,7 +122,9 @@ void OdDbPolyline::setVertexValue(unsigned index, int code, std::string_view tex
 }
 
 void OdDbPolyline::setPointAt(unsigned index, const OdGePoint2d& p) {
-    auto [b, e] = vertexRange(index);
+    const auto b_e = vertexRange(index);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     std::string_view x = keep(formatReal(p.x)), y = keep(formatReal(p.y));
     qvad::db::editTags(*this, [&](std::vector<Tag>& tags) {
         tags[b] = Tag(10, x);
@@ -158,7 +170,9 @@ void OdDbPolyline::addVertexAt(unsigned index, const OdGePoint2d& p, double bulg
     } else if (n > 0) {
         at = vertexRange(n - 1).second;
     } else {
-        auto [b, e] = qvad::db::partRange(*this, kSubclass);
+        const auto b_e = qvad::db::partRange(*this, kSubclass);
+        [[maybe_unused]] const auto b = b_e.first;
+        [[maybe_unused]] const auto e = b_e.second;
         at = e;
         for (std::size_t i = b; i < e; ++i)
             if (tags()[i].code == 210) {
@@ -173,7 +187,9 @@ void OdDbPolyline::addVertexAt(unsigned index, const OdGePoint2d& p, double bulg
 }
 
 void OdDbPolyline::removeVertexAt(unsigned index) {
-    auto [b, e] = vertexRange(index);
+    const auto b_e = vertexRange(index);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     const unsigned n = numVerts();
     qvad::db::editTags(*this, [&](std::vector<Tag>& tags) {
         tags.erase(tags.begin() + static_cast<std::ptrdiff_t>(b),

@@ -12,7 +12,9 @@ using qvad::Handle;
 std::vector<std::pair<Handle, Handle>> OdDbSortentsTable::entries() const {
     std::vector<std::pair<Handle, Handle>> out;
     auto tags = this->tags();
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto b_e = qvad::db::partRange(*this, kSubclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     for (std::size_t i = b; i + 1 < e; ++i)
         if (tags[i].code == 331 && tags[i + 1].code == 5)
             out.emplace_back(qvad::parseHandle(tags[i].value()), qvad::parseHandle(tags[i + 1].value()));
@@ -65,7 +67,9 @@ void OdDbSortentsTable::setDrawOrder(std::span<const Handle> order) {
         run.emplace_back(5, keep(qvad::formatHandle(sort)));
     }
     // Only the pairs go: a table without its marker must keep its own handle (group 5 as well).
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto b_e = qvad::db::partRange(*this, kSubclass);
+    [[maybe_unused]] auto b = b_e.first;
+    [[maybe_unused]] auto e = b_e.second;
     qvad::db::editTags(*this, [&](std::vector<Tag>& tags) {
         std::size_t at = e;
         for (std::size_t i = e; i-- > b;) {

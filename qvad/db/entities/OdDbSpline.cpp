@@ -5,7 +5,9 @@
 
 void OdDbSpline::setNthPoint(int code, int index, const OdGePoint3d& p) {
     auto tags = this->tags();
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto b_e = qvad::db::partRange(*this, kSubclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     int seen = 0;
     for (std::size_t i = b; i < e; ++i) {
         if (tags[i].code != code || seen++ != index) continue;

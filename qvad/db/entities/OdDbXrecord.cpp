@@ -4,18 +4,24 @@
 #include <string>
 
 std::pair<std::size_t, std::size_t> OdDbXrecord::dataRange() const {
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto b_e = qvad::db::partRange(*this, kSubclass);
+    [[maybe_unused]] auto b = b_e.first;
+    [[maybe_unused]] auto e = b_e.second;
     if (b < e && tags()[b].code == 280) ++b;
     return {b, e};
 }
 
 int OdDbXrecord::mergeStyle() const {
-    auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const auto b_e = qvad::db::partRange(*this, kSubclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     return b < e && tags()[b].code == 280 ? static_cast<int>(qvad::db::parseInteger(tags()[b].value())) : 1;
 }
 
 std::span<const Tag> OdDbXrecord::dataTags() const {
-    auto [b, e] = dataRange();
+    const auto b_e = dataRange();
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     return tags().subspan(b, e - b);
 }
 
@@ -29,7 +35,9 @@ void OdDbXrecord::setDataTags(std::span<const Tag> data) {
         qvad::db::requireSingleLine(t.value(), "an xrecord value");
         kept.emplace_back(t.code, keep(t.value()));
     }
-    auto [b, e] = dataRange();
+    const auto b_e = dataRange();
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     qvad::db::editTags(*this, [&](std::vector<Tag>& tags) {
         tags.erase(tags.begin() + static_cast<std::ptrdiff_t>(b),
                    tags.begin() + static_cast<std::ptrdiff_t>(e));

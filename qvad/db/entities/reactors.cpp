@@ -25,7 +25,9 @@ std::pair<std::size_t, std::size_t> reactorGroup(std::span<const Tag> tags) {
 std::vector<Handle> reactors(const OdDbObject& object) {
     std::vector<Handle> out;
     auto tags = object.tags();
-    auto [open, close] = reactorGroup(tags);
+    const auto open_close = reactorGroup(tags);
+    [[maybe_unused]] const auto open = open_close.first;
+    [[maybe_unused]] const auto close = open_close.second;
     for (std::size_t i = open + 1; i < close; ++i)
         if (tags[i].code == 330) out.push_back(parseHandle(tags[i].value()));
     return out;
@@ -35,7 +37,9 @@ void addReactor(OdDbObject& object, Handle reactor) {
     for (Handle h : reactors(object))
         if (h == reactor) return;
     const Tag value(330, object.keep(formatHandle(reactor)));
-    auto [open, close] = reactorGroup(object.tags());
+    const auto open_close = reactorGroup(object.tags());
+    [[maybe_unused]] const auto open = open_close.first;
+    [[maybe_unused]] const auto close = open_close.second;
     editTags(object, [&](std::vector<Tag>& tags) {
         if (close != 0) {
             tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(close), value);
@@ -50,7 +54,9 @@ void addReactor(OdDbObject& object, Handle reactor) {
 }
 
 void removeReactor(OdDbObject& object, Handle reactor) {
-    auto [open, close] = reactorGroup(object.tags());
+    const auto open_close = reactorGroup(object.tags());
+    [[maybe_unused]] const auto open = open_close.first;
+    [[maybe_unused]] const auto close = open_close.second;
     if (close == 0) return;
     editTags(object, [&](std::vector<Tag>& tags) {
         std::size_t end = close;

@@ -90,7 +90,9 @@ OdGePoint3d pointAt(std::span<const Tag> tags, std::size_t i) {
 
 std::vector<double> repeatedReals(const OdDbObject& object, int code, std::string_view subclass) {
     auto tags = object.tags();
-    auto [b, e] = partRange(object, subclass);
+    const auto b_e = partRange(object, subclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     std::vector<double> out;
     for (std::size_t i = b; i < e; ++i)
         if (tags[i].code == code) out.push_back(parseReal(tags[i].value()));
@@ -99,7 +101,9 @@ std::vector<double> repeatedReals(const OdDbObject& object, int code, std::strin
 
 std::vector<OdGePoint3d> repeatedPoints(const OdDbObject& object, int code, std::string_view subclass) {
     auto tags = object.tags();
-    auto [b, e] = partRange(object, subclass);
+    const auto b_e = partRange(object, subclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     std::vector<OdGePoint3d> out;
     for (std::size_t i = b; i < e; ++i)
         if (tags[i].code == code) out.push_back(pointAt(tags.subspan(0, e), i));
@@ -108,7 +112,9 @@ std::vector<OdGePoint3d> repeatedPoints(const OdDbObject& object, int code, std:
 
 std::vector<Handle> repeatedHandles(const OdDbObject& object, int code, std::string_view subclass) {
     auto tags = object.tags();
-    auto [b, e] = partRange(object, subclass);
+    const auto b_e = partRange(object, subclass);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     std::vector<Handle> out;
     for (std::size_t i = b; i < e; ++i)
         if (tags[i].code == code) out.push_back(parseHandle(tags[i].value()));
@@ -117,7 +123,9 @@ std::vector<Handle> repeatedHandles(const OdDbObject& object, int code, std::str
 
 void setPointCoordinate(OdDbObject& object, int code, int axis, double value, std::string_view subclass) {
     std::string_view part = dataPart(object, subclass);
-    auto [b, e] = object.subclassRange(part);
+    const auto b_e = object.subclassRange(part);
+    [[maybe_unused]] const auto b = b_e.first;
+    [[maybe_unused]] const auto e = b_e.second;
     auto tags = object.tags();
     std::size_t at = e;
     for (std::size_t i = b; i < e; ++i)
@@ -165,7 +173,9 @@ void replaceTagRun(OdDbObject& object, std::string_view subclass, std::initializ
     };
     std::string_view part = dataPart(object, subclass);
     editTags(object, [&](std::vector<Tag>& tags) {
-        auto [b, e] = object.subclassRange(part);
+        const auto b_e = object.subclassRange(part);
+        [[maybe_unused]] const auto b = b_e.first;
+        [[maybe_unused]] const auto e = b_e.second;
         std::size_t at = e;
         for (std::size_t i = b; i < e; ++i)
             if (in(tags[i].code, codes)) {
