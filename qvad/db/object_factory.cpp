@@ -52,7 +52,16 @@ std::unique_ptr<OdDbObject> createObject(std::string_view typeName, ObjectContex
     ensureBuiltinClasses();
     auto& creators = registry();
     auto it = creators.find(typeName);
-    if (it != creators.end()) return it->second(typeName, tags);
+    if (it != creators.end()) {
+        std::unique_ptr<OdDbObject> made = it->second(typeName, tags);
+        // A damaged file can put any type anywhere; a class that does not fit the place (a
+        // DICTIONARY among entities, a LINE in a table) gives way to the plain kind of the place,
+        // which keeps the tags all the same.
+        bool fits =
+            context == ObjectContext::Object || (context == ObjectContext::Entity && made->isEntity()) ||
+            (context == ObjectContext::TableRecord && dynamic_cast<OdDbSymbolTableRecord*>(made.get()));
+        if (fits) return made;
+    }
     switch (context) {
     case ObjectContext::Entity:
         if (typeName == "POLYLINE" || typeName == "INSERT")

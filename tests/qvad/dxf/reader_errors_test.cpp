@@ -106,3 +106,27 @@ TEST(ReaderRepairs, TrashAfterEofIsIgnoredAndReported) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(ReaderRepairs, ObjectsOfTheWrongKindForTheirSectionKeepTheirTags) {
+    // A DICTIONARY among entities and a LINE among layers: both stay as plain objects of the place.
+    std::string stray =
+        dxfText({{0, "DICTIONARY"}, {5, "20"}, {330, "2"}, {100, "AcDbDictionary"}, {3, "KEY"}, {350, "C"}});
+    std::string text = minimalR2000(stray);
+    std::string line =
+        dxfText({{0, "LINE"}, {5, "21"}, {330, "1"}, {100, "AcDbSymbolTableRecord"}, {2, "ODD"}});
+    text.insert(text.find("0\nENDTAB"), line);
+    auto db = readDxfBuffer(text);
+    ASSERT_EQ(db->modelSpace()->entities().size(), 1u);
+    const OdDbEntity* kept = db->modelSpace()->entities()[0];
+    EXPECT_EQ(kept->typeName(), "DICTIONARY");
+    EXPECT_TRUE(kept->isEntity());
+    EXPECT_EQ(kept->getString(3), "KEY");
+    const OdDbSymbolTableRecord* record = db->table("BLOCK_RECORD")->records().back();
+    EXPECT_EQ(record->typeName(), "LINE");
+    EXPECT_FALSE(record->isEntity());
+    EXPECT_EQ(record->name(), "ODD");
+}
+
+} // namespace
