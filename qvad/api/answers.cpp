@@ -9,6 +9,7 @@ namespace qvad::api {
 namespace {
 
 AnswerFeed* g_top = nullptr;
+PromptTally g_tally;
 
 std::string numberText(double value) {
     char text[64];
@@ -115,7 +116,10 @@ ReadStatus ask(std::string_view prompt, Answer& answer) {
         Answer next = std::move(feed->m_answers.front());
         feed->m_answers.pop_front();
         if (next.kind == Answer::Kind::Pause) break;
-        if (next.kind == Answer::Kind::Cancel) return ReadStatus::Cancelled;
+        if (next.kind == Answer::Kind::Cancel) {
+            ++g_tally.cancelled;
+            return ReadStatus::Cancelled;
+        }
         if (feed->echoed() && cmdEcho()) {
             std::string line(prompt);
             line += next.text;
@@ -126,7 +130,14 @@ ReadStatus ask(std::string_view prompt, Answer& answer) {
         return ReadStatus::Answer;
     }
     answer = Answer{};
-    return console().readLine(prompt, answer.text);
+    const ReadStatus status = console().readLine(prompt, answer.text);
+    if (status == ReadStatus::Cancelled) ++g_tally.cancelled;
+    if (status == ReadStatus::Ended) ++g_tally.ended;
+    return status;
+}
+
+const PromptTally& promptTally() {
+    return g_tally;
 }
 
 } // namespace qvad::api

@@ -52,6 +52,14 @@ private:
     friend bool echoing();
 };
 
+// How many prompts were cancelled, and how many met the end of input, since the program started: the
+// command processor compares them before and after a command, whose handler returns nothing.
+struct PromptTally {
+    unsigned long cancelled = 0;
+    unsigned long ended = 0;
+};
+const PromptTally& promptTally();
+
 // Keystrokes queued with sds_sendmessage wait here until the command line next reads a command.
 std::deque<Answer>& queuedKeystrokes();
 

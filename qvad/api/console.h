@@ -28,8 +28,15 @@ public:
 
 // The console in use; before the app sets one, a console that writes to standard output and whose
 // input has ended.
+//
+// What it returns keeps the command line tidy in front of the console set: it follows the cursor's
+// column, and a text or prompt starting with "\n" (the convention for prompts and messages) only
+// starts a new line when the cursor is not already at the start of one, so no blank lines pile up.
+// A prompt reaches the set console's readLine without line breaks: whatever the prompt has up to its
+// last "\n" is written first. After any readLine the cursor counts as at the start of a line, so a
+// console shows the Enter that ends an answer (or a line break when the input ends or is cancelled).
 Console& console();
-// nullptr restores the default. The caller keeps ownership.
+// nullptr restores the default. The caller keeps ownership. The cursor counts as at a line start.
 void setConsole(Console* console);
 
 } // namespace qvad::api

@@ -5,6 +5,7 @@
 #include "qvad/api/qvad_api.h"
 #include "qvad/db/entity_data_list.h"
 
+#include <cstdarg>
 #include <string_view>
 
 namespace qvad::api {
@@ -32,6 +33,9 @@ private:
     qv_resbuf* m_head = nullptr;
     qv_resbuf* m_tail = nullptr;
 };
+
+// (code, value) pairs ended by 0, as qvutBuildList takes them; nullptr (ERRNO set) for a bad list.
+qv_resbuf* buildListFromArguments(int code, va_list args);
 
 // Object references become names of the open drawing.
 qv_resbuf* toResultBuffers(const qvad::db::DataList& list);

@@ -123,7 +123,10 @@ QV_API int qvedSetVar(const char* name, const struct qv_resbuf* value);
 
 /* ---- Selection sets ---- */
 /* mode NULL asks the user; "I" takes the pick-first set, "X" the whole drawing with the filter,
- * "W"/"C" windows from point1 to point2, "F"/"WP"/"CP" take a point list (qv_resbuf*) as point1. */
+ * "W"/"C" windows from point1 to point2, "F"/"WP"/"CP" take a point list (qv_resbuf*) as point1,
+ * "P" the previous set, "L" the last entity of the current space; ":S" asks for one selection step,
+ * ":$" asks with point1 = const char*[2] {select prompt, remove prompt}. A "_" prefix is ignored.
+ * QV_ERROR when nothing was selected or the filter list is malformed; QV_CANCEL when cancelled. */
 QV_API int qvedSSGet(const char* mode, const void* point1, const void* point2, const struct qv_resbuf* filter,
                      qv_name selection);
 QV_API int qvedSSLength(const qv_name selection, long* length);
@@ -135,6 +138,7 @@ QV_API int qvedSSDel(const qv_name entity, const qv_name selection);
 QV_API int qvedSSMemb(const qv_name entity, const qv_name selection);
 QV_API int qvedSSFree(const qv_name selection);
 QV_API int qvedSSSetFirst(const qv_name gripSet, const qv_name pickSet);
+/* A missed pick says "Nothing selected." and asks again; an empty answer returns QV_RTNONE. */
 QV_API int qvedEntSel(const char* prompt, qv_name entity, qv_point pickPoint);
 /* Nested pick: also the block-to-world matrix and the chain of containing references. */
 QV_API int qvedNEntSelP(const char* prompt, qv_name entity, qv_point pickPoint, int pickGiven,
@@ -176,11 +180,19 @@ QV_API int qvdbXdRoom(const qv_name entity, long* room);
 
 /* ---- Interactive input ----
  * qvedInitGet's bits and keywords hold for the next input call only. A keyword answer returns
- * QV_KWORD and qvedGetInput gives the word. base may be NULL. */
+ * QV_KWORD and qvedGetInput gives the word. base may be NULL. An empty answer returns QV_RTNONE
+ * (asked again with QV_INP_NONULL); a cancelled prompt, or one that met the end of all input,
+ * QV_CANCEL. A bad answer gets a one-line message and the prompt again.
+ * qvedGetAngle returns radians counterclockwise from ANGBASE; typed angles count as the drawing's
+ * ANGDIR and AUNITS say. qvedGetString ignores qvedInitGet and returns QV_NORM with "" for Enter;
+ * without allowSpaces the answer ends at its first space. qvedGetKword returns QV_NORM with the
+ * keyword in result. */
 #define QV_INP_NONULL 1
 #define QV_INP_NOZERO 2
 #define QV_INP_NONEG 4
 #define QV_INP_NOLIM 8
+/* Points are always 3D here; the bit is accepted for modules that set it. */
+#define QV_INP_3D 16
 #define QV_INP_DASH 32
 #define QV_INP_2D 64
 #define QV_INP_ARBITRARY 128
@@ -198,7 +210,8 @@ QV_API int qvedGetInput(char* result, size_t resultSize);
 /* ---- Display ---- */
 QV_API int qvedRedraw(const qv_name entity, int mode);
 QV_API int qvedGrDraw(const qv_point from, const qv_point to, int colour, int highlight);
-/* type receives the kind of input (5 tracking point, 3 picked point, 2 key, ...). */
+/* type receives the kind of input: 3 a point (result QV_RT3DPOINT), 2 a key (result QV_RTSHORT with
+ * the character code, 13 for Enter). Without a screen each call reads one answer; see display_state.h. */
 QV_API int qvedGrRead(int track, int* type, struct qv_resbuf* result);
 /* Extents of a text given as a data list (or just its 1 group), relative to its insertion point. */
 QV_API int qvedTextBox(const struct qv_resbuf* text, qv_point lowerLeft, qv_point upperRight);
@@ -239,7 +252,13 @@ QV_API int qvutDelString(char** target);
 
 /* ---- Files ---- */
 QV_API int qvedFindFile(const char* name, char* result, size_t resultSize);
-/* The chosen name comes back as a QV_RTSTR in result (its string belongs to the caller). */
+/* A file-name prompt "<title> <default>: "; an empty answer takes defaultName. extension ("dxf",
+ * "*.txt", or a list "dim,*" whose first entry counts) is added to an answer without one. Flags:
+ * QV_GETFILED_SAVE, the file may be new (its folder must exist), and an existing one is replaced only
+ * after a Yes; without it the file must exist. A name that does not do is refused with a message and
+ * asked again. Other bits are ignored. QV_CANCEL when the prompt is cancelled or input has ended.
+ * The chosen name comes back as a QV_RTSTR in result (its string belongs to the caller). */
+#define QV_GETFILED_SAVE 1
 QV_API int qvedGetFiled(const char* title, const char* defaultName, const char* extension, int flags,
                         struct qv_resbuf* result);
 

@@ -48,9 +48,18 @@ QV_API int qvutRelRb(struct qv_resbuf* list) {
 }
 
 QV_API struct qv_resbuf* qvutBuildList(int code, ...) {
-    using qvad::api::BufferValue;
     va_list args;
     va_start(args, code);
+    qv_resbuf* result = qvad::api::buildListFromArguments(code, args);
+    va_end(args);
+    return result;
+}
+
+} // extern "C"
+
+// qvedCommand takes its arguments by the same rules, so the parsing lives here once.
+qv_resbuf* qvad::api::buildListFromArguments(int code, va_list args) {
+    using qvad::api::BufferValue;
     qv_resbuf* result = nullptr;
     try {
         qvad::api::BufferChain chain;
@@ -127,9 +136,6 @@ QV_API struct qv_resbuf* qvutBuildList(int code, ...) {
     } catch (...) {
         result = nullptr;
     }
-    va_end(args);
     if (!result) qvad::api::HostSession::current().fail(qvad::api::HostError::BadArgument);
     return result;
 }
-
-} // extern "C"

@@ -1,69 +1,90 @@
 // qvad: opens a drawing, runs commands or scripts on it, and saves it.
+//
+// A run goes: open the drawing (or a new one), load the modules, answer prompts from the -c lines and
+// then the script (or the terminal), save to -o when the input ended between commands, unload the
+// modules. QUIT ends the run without saving, also with -o: it means the changes are discarded.
 
+#include "qvad/api/console.h"
+#include "qvad/app/command_listing.h"
 #include "qvad/app/drawing_info.h"
-#include "qvad/db/OdDbDatabase.h"
-#include "qvad/db/drawing_template.h"
-#include "qvad/dxf/dxf_error.h"
-#include "qvad/dxf/dxf_reader.h"
-#include "qvad/dxf/dxf_writer.h"
+#include "qvad/app/input_chain.h"
+#include "qvad/app/options.h"
+#include "qvad/shell/command_processor.h"
+#include "qvad/shell/drawing_session.h"
+#include "qvad/shell/module_loader.h"
 
-#include <CLI/CLI.hpp>
 #include <iostream>
-#include <system_error>
 
 namespace {
 
-int loadFailure(const std::string& path, const qvad::dxf::DxfError& e) {
-    std::cerr << "qvad: " << path;
-    if (e.line() != 0) std::cerr << ":" << e.line();
-    std::cerr << ": " << e.what() << "\n";
-    return 2;
+constexpr int kExitScriptFailed = 1;
+constexpr int kExitUnreadable = 2;
+constexpr int kExitSaveFailed = 3;
+
+using qvad::shell::DrawingSession;
+
+void loadModules(qvad::shell::ModuleLoader& loader, const std::vector<std::string>& modules) {
+    if (modules.empty()) {
+        loader.loadFolder(qvad::shell::ModuleLoader::defaultFolder());
+        return;
+    }
+    for (const std::string& path : modules) loader.load(path);
+}
+
+// Runs the commands; the exit status so far.
+int runInput(const qvad::app::Options& options) {
+    qvad::app::InputChain input;
+    if (!input.build(options.commands, options.script)) return kExitUnreadable;
+    qvad::api::setConsole(&input.console());
+    int status = qvad::shell::commandLoop();
+    qvad::api::setConsole(nullptr);
+    if (status == 0) return 0;
+    if (input.endedInsideCommand()) {
+        std::string where = input.location();
+        std::cerr << "qvad: " << (where.empty() ? "" : where + ": ")
+                  << "the input ended inside a command; the drawing was not saved\n";
+    } else {
+        std::string source = input.location();
+        source = source.substr(0, source.rfind(':'));
+        std::cerr << "qvad: " << (source.empty() ? "" : source + ": ")
+                  << "a command failed or was unknown (see above); the drawing was not saved\n";
+    }
+    return kExitScriptFailed;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app{"qvad: a command-line CAD host"};
-    std::string drawing, output, script, modulePath;
-    std::vector<std::string> commands;
-    bool info = false, listCommands = false;
-    app.add_option("DRAWING", drawing, "drawing to open (DXF)");
-    app.add_option("-s,--script", script, "answer prompts from FILE, then end");
-    app.add_option("-c,--command", commands, "feed LINE as if typed (repeatable)");
-    app.add_option("-o,--output", output, "save the drawing to FILE when the input ends");
-    app.add_option("--module", modulePath, "load this module");
-    app.add_flag("--commands", listCommands, "list every registered command, then exit");
-    app.add_flag("--info", info, "print version, code page and entity counts of DRAWING, then exit");
-    CLI11_PARSE(app, argc, argv);
+    qvad::app::Options options;
+    if (int status = qvad::app::parseOptions(argc, argv, options); status >= 0) return status;
 
-    if (!script.empty() || !commands.empty() || !modulePath.empty() || listCommands) {
-        std::cerr << "qvad: the command line, scripts and modules are not available yet\n";
-        return 2;
+    DrawingSession& session = DrawingSession::current();
+    if (options.drawing.empty()) {
+        session.openNew();
+    } else if (!session.open(options.drawing)) {
+        return kExitUnreadable;
     }
-    std::unique_ptr<OdDbDatabase> db;
-    try {
-        db = drawing.empty() ? qvad::db::newDrawing() : qvad::dxf::readDxfFile(drawing);
-    } catch (const qvad::dxf::DxfError& e) {
-        return loadFailure(drawing, e);
-    } catch (const std::system_error& e) {
-        std::cerr << "qvad: " << e.what() << "\n";
-        return 2;
+    if (options.info) {
+        std::cout << "Drawing: " << (options.drawing.empty() ? "(new drawing)" : options.drawing) << "\n";
+        qvad::app::printDrawingInfo(*session.drawing(), std::cout);
+        return 0;
     }
-    for (const std::string& repair : db->repairs()) std::cout << "Repaired: " << repair << "\n";
 
-    if (info || output.empty()) {
-        std::cout << "Drawing: " << (drawing.empty() ? "(new drawing)" : drawing) << "\n";
-        qvad::app::printDrawingInfo(*db, std::cout);
-        if (info) return 0;
+    qvad::shell::ModuleLoader modules(std::cerr);
+    loadModules(modules, options.modules);
+    if (options.listCommands) {
+        qvad::app::printCommands(std::cout);
+        return 0;
     }
-    if (!output.empty()) {
-        try {
-            qvad::dxf::saveDxfFile(*db, output);
-        } catch (const std::system_error& e) {
-            std::cerr << "qvad: " << e.what() << "\n";
-            return 3;
-        }
-        std::cout << "Saved " << output << " (" << db->version() << ")\n";
+
+    int status = runInput(options);
+    if (status == 0 && !session.quitRequested() && !options.output.empty()) {
+        if (!session.save(options.output))
+            status = kExitSaveFailed;
+        else
+            std::cout << "Saved " << options.output << " (" << session.drawing()->version() << ")\n";
     }
-    return 0;
+    modules.unloadAll();
+    session.close();
+    return status;
 }

@@ -18,11 +18,31 @@ void OdDbDatabase::reserveObjects(std::size_t count) {
 }
 
 OdDbObject* OdDbDatabase::add(std::unique_ptr<OdDbObject> object) {
+    OdDbObject* raw = reattach(std::move(object));
+    notifyCreated(*raw);
+    return raw;
+}
+
+OdDbObject* OdDbDatabase::reattach(std::unique_ptr<OdDbObject> object) {
     object->setDatabase(this);
+    object->m_inDatabase = true;
     OdDbObject* raw = object.get();
     m_all.push_back(std::move(object));
     if (raw->handle() != 0) registerHandle(raw);
     return raw;
+}
+
+std::unique_ptr<OdDbObject> OdDbDatabase::detach(OdDbObject* object) {
+    // Undo takes the newest objects first, so they sit at the end.
+    for (auto it = m_all.rbegin(); it != m_all.rend(); ++it) {
+        if (it->get() != object) continue;
+        std::unique_ptr<OdDbObject> out = std::move(*it);
+        m_all.erase(std::next(it).base());
+        if (getObject(object->handle()) == object) unregisterHandle(object->handle());
+        object->m_inDatabase = false;
+        return out;
+    }
+    return nullptr;
 }
 
 OdDbObject* OdDbDatabase::getObject(qvad::Handle h) const {
@@ -32,7 +52,13 @@ OdDbObject* OdDbDatabase::getObject(qvad::Handle h) const {
 
 void OdDbDatabase::registerHandle(OdDbObject* object) {
     m_byHandle[object->handle()] = object;
-    if (object->handle() >= m_handseed) m_handseed = object->handle() + 1;
+    if (object->handle() >= m_handseed) setHandseed(object->handle() + 1);
+}
+
+void OdDbDatabase::setHandseed(qvad::Handle h) {
+    if (h == m_handseed) return;
+    notifyBeforeHandseedChange();
+    m_handseed = h;
 }
 
 void OdDbDatabase::unregisterHandle(qvad::Handle h) {
@@ -40,6 +66,7 @@ void OdDbDatabase::unregisterHandle(qvad::Handle h) {
 }
 
 qvad::Handle OdDbDatabase::allocateHandle() {
+    notifyBeforeHandseedChange();
     while (m_byHandle.count(m_handseed)) ++m_handseed;
     return m_handseed++;
 }

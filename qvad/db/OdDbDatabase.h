@@ -3,6 +3,7 @@
 // OBJECTS section and any sections nobody here knows, which are kept as they came.
 
 #include "qvad/db/OdDbSymbolTable.h"
+#include "qvad/db/change_observer.h"
 #include "qvad/db/header_variables.h"
 #include "qvad/dxf/string_pool.h"
 
@@ -15,16 +16,6 @@ struct RawSection {
     std::string_view name;
     std::string_view after; // the known section it followed in the file ("" when it came first)
     std::vector<qvad::dxf::Tag> tags;
-};
-
-// Told of every change made through the host interface, before it happens, so that an undo journal can
-// record the old state.
-class ChangeObserver {
-public:
-    virtual ~ChangeObserver() = default;
-    virtual void beforeModify(OdDbObject& object) = 0;
-    virtual void created(OdDbObject& object) = 0;
-    virtual void beforeEraseChange(OdDbObject& object, bool erasing) = 0;
 };
 
 class OdDbDatabase {
@@ -48,8 +39,12 @@ public:
     std::vector<RawSection>& rawSections() { return m_rawSections; }
     const std::vector<RawSection>& rawSections() const { return m_rawSections; }
 
-    // Takes ownership; registers the handle when it has one.
+    // Takes ownership; registers the handle when it has one. The observer hears of it as created.
     OdDbObject* add(std::unique_ptr<OdDbObject> object);
+    // Gives an object back out of the database (handle map and object list; not the containers that
+    // list it) so that undo can take a creation back and redo can put it back with reattach.
+    std::unique_ptr<OdDbObject> detach(OdDbObject* object);
+    OdDbObject* reattach(std::unique_ptr<OdDbObject> object);
     template <class T, class... A> T* make(A&&... args) {
         return static_cast<T*>(add(std::make_unique<T>(std::forward<A>(args)...)));
     }
@@ -64,7 +59,7 @@ public:
     // A fresh handle from $HANDSEED, which moves on.
     qvad::Handle allocateHandle();
     qvad::Handle handseed() const { return m_handseed; }
-    void setHandseed(qvad::Handle h) { m_handseed = h; }
+    void setHandseed(qvad::Handle h);
 
     std::vector<OdDbSymbolTable*>& tables() { return m_tables; }
     const std::vector<OdDbSymbolTable*>& tables() const { return m_tables; }
@@ -88,8 +83,13 @@ public:
     // The file's own tags, which loaded objects point into; kept alive with the database.
     qvad::dxf::TagArray& fileTags() { return m_fileTags; }
 
-    // The one way changes are announced; nothing happens while no observer is set.
-    void setChangeObserver(ChangeObserver* observer) { m_observer = observer; }
+    // The one way changes are announced; nothing happens while no observer is set. Objects, the
+    // header and the handle seed announce their own changes; code that changes a container's list
+    // (a block's entities, a table's records) announces it with notifyBeforeModify of the owner.
+    void setChangeObserver(ChangeObserver* observer) {
+        m_observer = observer;
+        m_header.setObserver(observer);
+    }
     ChangeObserver* changeObserver() const { return m_observer; }
     void notifyBeforeModify(OdDbObject& object) {
         if (m_observer) m_observer->beforeModify(object);
@@ -99,6 +99,9 @@ public:
     }
     void notifyBeforeEraseChange(OdDbObject& object, bool erasing) {
         if (m_observer) m_observer->beforeEraseChange(object, erasing);
+    }
+    void notifyBeforeHandseedChange() {
+        if (m_observer) m_observer->beforeHandseedChange();
     }
 
 private:

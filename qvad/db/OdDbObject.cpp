@@ -23,7 +23,26 @@ void OdDbObject::viewTags(const Tag* data, std::size_t count) {
     m_tagCount = static_cast<std::uint32_t>(count);
 }
 
+void OdDbObject::aboutToChange() {
+    if (m_inDatabase && m_db->changeObserver()) m_db->notifyBeforeModify(*this);
+}
+
+void OdDbObject::setErased(bool erased) {
+    if (m_inDatabase && m_db->changeObserver()) m_db->notifyBeforeEraseChange(*this, erased);
+    m_erased = erased;
+}
+
+void OdDbObject::restoreState(std::vector<Tag> tags, bool erased, qvad::Handle handle, qvad::Handle owner) {
+    m_ownTags = std::make_unique<std::vector<Tag>>(std::move(tags));
+    m_tagData = m_ownTags->data();
+    m_tagCount = static_cast<std::uint32_t>(m_ownTags->size());
+    m_erased = erased;
+    m_handle = handle;
+    m_owner = owner;
+}
+
 std::vector<Tag>& OdDbObject::mutableTags() {
+    aboutToChange();
     if (!m_ownTags) {
         m_ownTags = std::make_unique<std::vector<Tag>>(m_tagData, m_tagData + m_tagCount);
     }
@@ -34,12 +53,14 @@ std::vector<Tag>& OdDbObject::mutableTags() {
 }
 
 void OdDbObject::assignTags(std::vector<Tag> tags) {
+    aboutToChange();
     m_ownTags = std::make_unique<std::vector<Tag>>(std::move(tags));
     m_tagData = m_ownTags->data();
     m_tagCount = static_cast<std::uint32_t>(m_ownTags->size());
 }
 
 void OdDbObject::syncHeadFromTags() {
+    aboutToChange();
     std::size_t h = handleTagIndex();
     m_handle = h < m_tagCount ? qvad::parseHandle(m_tagData[h].value()) : 0;
     std::size_t o = ownerTagIndex();
@@ -74,6 +95,7 @@ std::size_t OdDbObject::ownerTagIndex() const {
 }
 
 void OdDbObject::setHandle(qvad::Handle h) {
+    aboutToChange();
     m_handle = h;
     std::string text = qvad::formatHandle(h);
     std::size_t i = handleTagIndex();
@@ -87,6 +109,7 @@ void OdDbObject::setHandle(qvad::Handle h) {
 }
 
 void OdDbObject::setOwnerHandle(qvad::Handle h) {
+    aboutToChange();
     m_owner = h;
     std::string text = qvad::formatHandle(h);
     std::size_t i = ownerTagIndex();

@@ -38,7 +38,7 @@ public:
     void syncHeadFromTags();
 
     bool isErased() const { return m_erased; }
-    void setErased(bool erased) { m_erased = erased; }
+    void setErased(bool erased);
 
     std::span<const Tag> tags() const { return {m_tagData, m_tagCount}; }
     // The loader points objects at the file's tag array; the first edit copies them out.
@@ -69,10 +69,18 @@ public:
     void setHandleRef(int code, qvad::Handle h, std::string_view subclass = {});
     void removeTags(int code, std::string_view subclass = {});
 
+    // Puts back a recorded state whole (the undo journal's way back; tells no observer).
+    void restoreState(std::vector<Tag> tags, bool erased, qvad::Handle handle, qvad::Handle owner);
+    // True between joining a database and leaving it; only then are changes announced.
+    bool isInDatabase() const { return m_inDatabase; }
+
     // Text that outlives this call: stored in the database's pool (or a local pool when detached).
     std::string_view keep(std::string_view text);
 
 private:
+    friend class OdDbDatabase;
+    // Every change passes here first: one test when nobody observes (as while loading).
+    void aboutToChange();
     std::size_t handleTagIndex() const;
     std::size_t ownerTagIndex() const;
 
@@ -83,6 +91,7 @@ private:
     const Tag* m_tagData = nullptr;
     std::uint32_t m_tagCount = 0;
     bool m_erased = false;
+    bool m_inDatabase = false;
     std::unique_ptr<std::vector<Tag>> m_ownTags;
 };
 

@@ -58,7 +58,10 @@ OdDbBlockTableRecord* newBlockRecord(OdDbDatabase& db, std::string_view name) {
     record->assignTags(std::move(tags));
     record->syncHeadFromTags();
     db.registerHandle(record);
-    if (table) table->records().push_back(record);
+    if (table) {
+        db.notifyBeforeModify(*table);
+        table->records().push_back(record);
+    }
     return record;
 }
 
@@ -104,6 +107,7 @@ void completeBlockStructure(OdDbDatabase& db, bool report) {
     std::size_t adopted = 0;
     for (OdDbBlockTableRecord* block : db.blocks()) {
         if (block->isErased() || contains(table->records(), block)) continue;
+        db.notifyBeforeModify(*table);
         table->records().push_back(block);
         block->setOwnerHandle(table->handle());
         ++adopted;

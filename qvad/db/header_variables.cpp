@@ -20,6 +20,7 @@ std::string_view HeaderVariables::value(std::string_view name, std::string_view 
 }
 
 void HeaderVariables::set(std::string_view name, std::vector<qvad::dxf::Tag> tags) {
+    notifyBeforeChange(name);
     if (HeaderVariable* v = find(name)) {
         v->tags = std::move(tags);
         return;
@@ -28,5 +29,6 @@ void HeaderVariables::set(std::string_view name, std::vector<qvad::dxf::Tag> tag
 }
 
 void HeaderVariables::remove(std::string_view name) {
+    if (m_observer && find(name)) notifyBeforeChange(name);
     std::erase_if(m_vars, [&](const HeaderVariable& v) { return equalsNoCase(v.name, name); });
 }

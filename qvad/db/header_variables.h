@@ -2,6 +2,7 @@
 // The HEADER section: named variables, each a short list of tags, kept in file order so that
 // variables this program does not know come out where they were.
 
+#include "qvad/db/change_observer.h"
 #include "qvad/dxf/tag.h"
 
 #include <string_view>
@@ -24,7 +25,13 @@ public:
     // Replaces the variable's tags, appending the variable when it is new.
     void set(std::string_view name, std::vector<qvad::dxf::Tag> tags);
     void remove(std::string_view name);
+    // For code that edits a variable's tags in place through find() while a drawing is observed.
+    void notifyBeforeChange(std::string_view name) {
+        if (m_observer) m_observer->beforeHeaderChange(name);
+    }
+    void setObserver(ChangeObserver* observer) { m_observer = observer; }
 
 private:
+    ChangeObserver* m_observer = nullptr;
     std::vector<HeaderVariable> m_vars;
 };

@@ -18,6 +18,7 @@ OdDbSymbolTableRecord* addTableRecord(OdDbDatabase& db, OdDbSymbolTable& table, 
     record->assignTags(std::move(tags));
     record->syncHeadFromTags();
     auto* raw = static_cast<OdDbSymbolTableRecord*>(db.add(std::move(record)));
+    db.notifyBeforeModify(table);
     table.records().push_back(raw);
     updateRecordCount(table);
     return raw;

@@ -13,6 +13,24 @@ void cmdUndo();
 void cmdU();
 void cmdRedo();
 
+// builtin_save.cpp
+void cmdSave();
+void cmdSaveAs();
+
+// builtin_quit.cpp
+void cmdQuit();
+
+// builtin_select.cpp, builtin_erase.cpp, builtin_list.cpp
+void cmdSelect();
+void cmdErase();
+void cmdList();
+
+// builtin_layer.cpp, builtin_ucs.cpp, builtin_setvar.cpp, builtin_cecolor.cpp
+void cmdLayer();
+void cmdUcs();
+void cmdSetVar();
+void cmdCeColor();
+
 void registerBuiltinCommands(OdEdCommandStack& stack);
 
 } // namespace qvad::shell

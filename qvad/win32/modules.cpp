@@ -8,6 +8,7 @@
 #include <dlfcn.h>
 #include <link.h>
 #include <string>
+#include <strings.h>
 #include <unistd.h>
 
 namespace {
@@ -45,7 +46,9 @@ QV_WIN32_API BOOL FreeLibrary(HMODULE module) {
 }
 
 QV_WIN32_API HMODULE GetModuleHandleA(LPCSTR moduleName) {
-    if (!moduleName) return dlopen(nullptr, RTLD_NOW);
+    // The host program's own name stands for the program with the libraries it started with, so that
+    // the host's exports (libqvad's) are found through it.
+    if (!moduleName || strcasecmp(moduleName, "qvad.exe") == 0) return dlopen(nullptr, RTLD_NOW);
     void* handle = openModule(moduleName, __builtin_extract_return_addr(__builtin_return_address(0)),
                               RTLD_NOW | RTLD_NOLOAD);
     // A module handle is borrowed on Windows: give back the reference RTLD_NOLOAD took.

@@ -9,6 +9,7 @@
 #include "qvad/db/drawing_template.h"
 #include "qvad/dxf/dxf_reader.h"
 #include "qvad/dxf/dxf_writer.h"
+#include "tests/support/temp_folder.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -232,7 +233,7 @@ TEST_F(SystemVariables, DrawingVariablesCannotBeWrittenWithoutADrawing) {
 TEST_F(SystemVariables, FoldersEndInASlash) {
     const char* saved = std::getenv("XDG_CONFIG_HOME");
     std::string previous = saved ? saved : "";
-    std::filesystem::path config = std::filesystem::temp_directory_path() / "qvad-sysvars-config";
+    std::filesystem::path config = testTempFolder("qvad-sysvars-config");
     setenv("XDG_CONFIG_HOME", config.c_str(), 1);
     EXPECT_EQ(getText("APPDATADIR"), (config / "qvad").string() + "/");
     EXPECT_TRUE(std::filesystem::is_directory(config / "qvad"));
