@@ -6,6 +6,7 @@
 #include "qvad/api/entity_rules.h"
 #include "qvad/db/OdDbDatabase.h"
 #include "qvad/db/object_factory.h"
+#include "qvad/db/subclass_markers.h"
 #include "qvad/db/symbol_references.h"
 #include "qvad/db/table_records.h"
 
@@ -185,6 +186,11 @@ int make(const qv_resbuf* buffers, qv_name made) {
         if (pending) pending.reset();
         return refuse(error);
     }
+    // Modules write lists in the flat order every version understands; since R2000 the file wants them
+    // split into subclasses, or other readers refuse the entity.
+    if (db->versionNumber() >= 1015 && !entity->hasSubclass("AcDbEntity"))
+        qvad::db::layoutLegacyEntity(static_cast<OdDbEntity&>(*entity),
+                                     pending ? static_cast<const OdDbEntity*>(pending->header.get()) : nullptr);
     if (pending) {
         pending->pieces.push_back(std::move(entity));
         return QV_NORM;

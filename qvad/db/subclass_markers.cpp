@@ -125,6 +125,18 @@ std::optional<Layout> entityLayout(const OdDbEntity& e, const OdDbEntity* parent
     if (type == "DIMENSION") return dimensionLayout(e.getInt(70));
     if (type == "BLOCK") return single("AcDbBlockBegin");
     if (type == "ENDBLK") return single("AcDbBlockEnd");
+    // Types R12 never had, for entities a module makes from a flat data list.
+    if (type == "MTEXT") return single("AcDbMText");
+    if (type == "LWPOLYLINE") return single("AcDbPolyline");
+    if (type == "ELLIPSE") return single("AcDbEllipse");
+    if (type == "SPLINE") return single("AcDbSpline");
+    if (type == "HATCH") return single("AcDbHatch");
+    if (type == "LEADER") return single("AcDbLeader");
+    if (type == "RAY") return single("AcDbRay");
+    if (type == "XLINE") return single("AcDbXline");
+    if (type == "TOLERANCE") return single("AcDbFcf");
+    if (type == "IMAGE") return single("AcDbRasterImage");
+    if (type == "WIPEOUT") return Layout{{{"AcDbRasterImage", {}}, {"AcDbWipeout", {}}}, 0, true};
     return std::nullopt;
 }
 

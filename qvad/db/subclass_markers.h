@@ -7,7 +7,8 @@
 
 namespace qvad::db {
 
-// False (and the tags untouched) for a type R12 does not have.
+// Also lays out the common types R12 did not have (MTEXT, LWPOLYLINE, HATCH, ...) when they come as a
+// flat list. False (and the tags untouched) for a type it does not know.
 bool layoutLegacyEntity(OdDbEntity& entity, const OdDbEntity* parent);
 void layoutLegacyTableHead(OdDbSymbolTable& table);
 void layoutLegacyTableRecord(OdDbSymbolTableRecord& record);

@@ -6,7 +6,6 @@ script, and the output file is not written: one left from before keeps its
 bytes, and the drawing qvad opened is untouched. Commands before the one cut
 short must not make the run count as a success either.
 """
-import argparse
 import sys
 from pathlib import Path
 
@@ -37,18 +36,11 @@ def check_case(host: hostrun.Host, checks: hostrun.Checks, name: str, lines):
     checks.true(f"{name}: no temporary file left", not leftovers, str(leftovers))
 
 
-def main(argv) -> int:
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("qvad")
-    parser.add_argument("probe")
-    parser.add_argument("workdir")
-    args = parser.parse_args(argv)
-    host = hostrun.Host(args.qvad, args.probe, args.workdir)
-    checks = hostrun.Checks()
+
+def check_cases(host, checks):
     for name, lines in CASES:
         check_case(host, checks, name, lines)
-    return checks.report("host_cancel")
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(hostrun.main(__doc__, "host_cancel", check_cases))

@@ -6,7 +6,6 @@ command through the host, opens an undo group of its own, and queues
 keystrokes that must run only once it has ended. --commands must list the
 probe's commands under their group.
 """
-import argparse
 import subprocess
 import sys
 from pathlib import Path
@@ -57,18 +56,5 @@ def check_command_list(host: hostrun.Host, checks: hostrun.Checks):
     checks.true("--commands rows are GROUP GLOBAL LOCAL", all(len(row) == 3 for row in rows), proc.stdout)
 
 
-def main(argv) -> int:
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("qvad")
-    parser.add_argument("probe")
-    parser.add_argument("workdir")
-    args = parser.parse_args(argv)
-    host = hostrun.Host(args.qvad, args.probe, args.workdir)
-    checks = hostrun.Checks()
-    check_command_list(host, checks)
-    check_probecmd(host, checks)
-    return checks.report("host_commands")
-
-
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(hostrun.main(__doc__, "host_commands", check_command_list, check_probecmd))

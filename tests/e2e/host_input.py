@@ -6,7 +6,6 @@ returned into the drawing. Answered right, every value must arrive as typed;
 answered wrong first, each wrong answer must be refused with the same prompt
 asked again, and the right answer after it must count.
 """
-import argparse
 import math
 import sys
 from pathlib import Path
@@ -70,18 +69,5 @@ def check_bad(host: hostrun.Host, checks: hostrun.Checks):
     checks.equal("ran to its end", r.get("probepoint"), "done")
 
 
-def main(argv) -> int:
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("qvad")
-    parser.add_argument("probe")
-    parser.add_argument("workdir")
-    args = parser.parse_args(argv)
-    host = hostrun.Host(args.qvad, args.probe, args.workdir)
-    checks = hostrun.Checks()
-    check_good(host, checks)
-    check_bad(host, checks)
-    return checks.report("host_input")
-
-
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(hostrun.main(__doc__, "host_input", check_good, check_bad))

@@ -7,7 +7,6 @@ last, pick-first, single, asked, custom prompts) and works the set operations;
 PROBEPICK picks an entity and one nested in a block reference. The drawing is
 small enough that every right answer is known by hand.
 """
-import argparse
 import sys
 from pathlib import Path
 
@@ -93,18 +92,5 @@ def check_pick(host: hostrun.Host, checks: hostrun.Checks):
     checks.equal("ran to its end", r.get("probepick"), "done")
 
 
-def main(argv) -> int:
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("qvad")
-    parser.add_argument("probe")
-    parser.add_argument("workdir")
-    args = parser.parse_args(argv)
-    host = hostrun.Host(args.qvad, args.probe, args.workdir)
-    checks = hostrun.Checks()
-    check_select(host, checks)
-    check_pick(host, checks)
-    return checks.report("host_select")
-
-
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(hostrun.main(__doc__, "host_select", check_select, check_pick))

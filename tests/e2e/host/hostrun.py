@@ -4,6 +4,7 @@ a script, reading the probe's records back, and comparing two saved drawings.
 Scripts are kept as templates beside this file; "{NAME}" stands for the
 handle of the fixture entity NAME, known only once the drawing is written.
 """
+import argparse
 import subprocess
 import sys
 from dataclasses import dataclass
@@ -167,3 +168,17 @@ class Checks:
 def handle_set(handles: dict, *names) -> str:
     """The sorted, comma-separated handles the probe records for a set."""
     return ",".join(sorted(handles[n] for n in names))
+
+
+def main(doc: str, name: str, *check_functions) -> int:
+    """The command line every host_*.py test shares: QVAD PROBE WORKDIR, then each check in turn."""
+    parser = argparse.ArgumentParser(description=doc.splitlines()[0])
+    parser.add_argument("qvad")
+    parser.add_argument("probe")
+    parser.add_argument("workdir")
+    args = parser.parse_args(sys.argv[1:])
+    host = Host(args.qvad, args.probe, args.workdir)
+    checks = Checks()
+    for check in check_functions:
+        check(host, checks)
+    return checks.report(name)

@@ -61,6 +61,21 @@ TEST_F(EntityLists, MakeGetAndModifyALine) {
     qvutRelRb(list);
 }
 
+TEST_F(EntityLists, FlatListsGetTheSubclassLayoutOfTheDrawingsVersion) {
+    const qv_real at[3] = {1, 2, 0}, direction[3] = {1, 0, 0};
+    qv_name text;
+    qv_resbuf* list = qvutBuildList(QV_RTDXF0, "MTEXT", 8, "0", 10, at, 40, 2.5, 41, 0.0, 71, 1, 1, "one\\Ptwo",
+                                    11, direction, 0);
+    ASSERT_EQ(qvdbEntMakeX(list, text), QV_NORM);
+    qvutRelRb(list);
+    const OdDbObject* made = db->getObject(static_cast<qvad::Handle>(text[1]));
+    ASSERT_NE(made, nullptr);
+    EXPECT_TRUE(made->hasSubclass("AcDbEntity"));
+    EXPECT_TRUE(made->hasSubclass("AcDbMText"));
+    EXPECT_EQ(made->getString(1, {}, "AcDbMText"), "one\\Ptwo");
+    EXPECT_EQ(made->getString(8, {}, "AcDbEntity"), "0") << "the layer belongs to the common part";
+}
+
 TEST_F(EntityLists, UnchangedListLeavesTheFileAlone) {
     qv_name line;
     makeLine(line);
