@@ -213,7 +213,8 @@ DialogTemplateParse parseDialogTemplate(std::string_view text) {
                 text.substr(start, end == std::string_view::npos ? text.npos : end - start);
             start = end == std::string_view::npos ? text.size() + 1 : end + 1;
             ++lineNumber;
-            std::size_t first = line.find_first_not_of(" \t\r");
+            // The blanks the tokenizer skips, so that a line it finds empty is skipped here.
+            std::size_t first = line.find_first_not_of(" \t\n\v\f\r");
             if (first == std::string_view::npos || line[first] == '#') continue;
             std::vector<Token> tokens = tokenize(line);
             if (tokens[0].text == "DIALOG" && !tokens[0].quoted) {

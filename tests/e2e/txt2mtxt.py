@@ -101,6 +101,9 @@ def one_mtext(checks, case):
     doc = case.saved()
     mtexts = doc.modelspace().query("MTEXT")
     checks.equal(f"{case.name}: one MTEXT", len(mtexts), 1)
+    auditor = doc.audit()
+    checks.true(f"{case.name}: nothing for the reader to fix", not auditor.errors and not auditor.fixes,
+                "; ".join(str(e.message) for e in [*auditor.errors, *auditor.fixes]))
     return (mtexts[0] if mtexts else None), doc
 
 
@@ -165,6 +168,8 @@ def check_equal_y(work, checks):
     if mtext is not None:
         checks.equal(f"{case.name}: contents", mtext.text, "top\\P right\\P left")
         checks.near(f"{case.name}: insertion", mtext.dxf.insert, (100, 11.5, 0))
+        checks.equal(f"{case.name}: a text without a style group joins in the standard style",
+                     mtext.dxf.style.upper(), "STANDARD")
 
 
 def check_vertical_and_rotated(work, checks):

@@ -86,3 +86,9 @@ TEST(DialogTemplate, KeepsBlanksAndBackslashesInsideQuotes) {
     ASSERT_TRUE(parsed.ok()) << parsed.error;
     EXPECT_EQ(parsed.dialog.controls.at(0).value, "C:\\dir\\ x");
 }
+
+TEST(DialogTemplate, LinesOfFormFeedsAndVerticalTabsAreBlank) {
+    auto parsed = parseDialogTemplate("DIALOG 7 \"a\"\n\f\n\v \t\nCHECK 3 \"On\"\n");
+    ASSERT_TRUE(parsed.ok()) << parsed.error;
+    EXPECT_EQ(parsed.dialog.controls.size(), 1u);
+}

@@ -179,6 +179,8 @@ bool readText(const EntityName& name, TextEntity& entity) {
     source.colour = colour ? colour->resval.rint : 256;
     entity.layer = data.text(8);
     entity.style = data.text(7);
+    // A text without a style group uses the drawing's standard style; the new text must name it.
+    if (entity.style.empty()) entity.style = "Standard";
     entity.extrusion = data.point(210, Point3{0.0, 0.0, 1.0});
     qv_point lowerLeft = {0, 0, 0};
     qv_point upperRight = {0, 0, 0};
