@@ -5,6 +5,7 @@
 #include "qvad/shell/OdEdCommandStack.h"
 #include "qvad/shell/command_processor.h"
 #include "qvad/shell/drawing_session.h"
+#include "tests/support/temp_folder.h"
 #include "tooldeck/host/host_variables.h"
 #include "tooldeck/module/command_handlers.h"
 
@@ -61,7 +62,7 @@ class Txt2mtxtCommand : public ::testing::Test {
 protected:
     void SetUp() override {
         // No settings file: the command's own defaults, top to bottom with word wrap.
-        const std::filesystem::path config = std::filesystem::path(::testing::TempDir()) / "txt2mtxt_config";
+        config = testTempFolder("txt2mtxt_config");
         std::filesystem::remove_all(config);
         std::filesystem::create_directories(config);
         setenv("XDG_CONFIG_HOME", config.c_str(), 1);
@@ -71,7 +72,9 @@ protected:
     void TearDown() override {
         odedRegCmds()->removeGroup("QvtdTxt2mtxtTest");
         DrawingSession::current().close();
+        std::filesystem::remove_all(config);
     }
+    std::filesystem::path config;
 };
 
 } // namespace
