@@ -161,7 +161,7 @@ QV_API int qvdbEntGetX(const qv_name entity, const struct qv_resbuf* apps, struc
             if (rb->restype != QV_RTSTR || !rb->resval.rstring) return refuse(HostError::BadArgument);
             patterns.emplace_back(rb->resval.rstring);
         }
-        DataList items = qvad::db::entityToDataList(*object);
+        DataList items = qvad::db::entityToDataList(*object, false);
         qvad::db::filterExtendedData(items, patterns);
         return handOut(std::move(items), list);
     });
@@ -181,12 +181,7 @@ QV_API int qvdbEntDel(const qv_name entity) {
         // Attributes and vertices go only with their complex entity.
         if (OdDbObject* owner = db.getObject(object->ownerHandle()); owner && owner->isEntity())
             return refuse(HostError::NotAnEntity);
-        const bool erasing = !object->isErased();
-        db.notifyBeforeEraseChange(*object, erasing);
-        object->setErased(erasing);
-        if (object->isEntity() && static_cast<OdDbEntity*>(object)->isComplex())
-            for (OdDbEntity* sub : static_cast<OdDbComplexEntity*>(object)->subEntities())
-                sub->setErased(erasing);
+        object->erase(!object->isErased());
         return QV_NORM;
     });
 }

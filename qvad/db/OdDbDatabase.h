@@ -41,6 +41,9 @@ public:
 
     // Takes ownership; registers the handle when it has one. The observer hears of it as created.
     OdDbObject* add(std::unique_ptr<OdDbObject> object);
+    // Gives a new object a handle and an owner and takes it in; an entity owned by a block record is
+    // appended to that block. Null id (and the object dropped) when the owner is not in the drawing.
+    OdDbObjectId addOdDbObject(std::unique_ptr<OdDbObject> object, OdDbObjectId ownerId);
     // Gives an object back out of the database (handle map and object list; not the containers that
     // list it) so that undo can take a creation back and redo can put it back with reattach.
     std::unique_ptr<OdDbObject> detach(OdDbObject* object);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qvad/db/OdCmColor.h"
 #include "qvad/db/OdDbObject.h"
 
 #include <string>
@@ -20,7 +21,18 @@ public:
     bool hasTrueColor() const { return findTag(420) != nullptr; }
     long trueColor() const { return static_cast<long>(getInt(420, 0)); }
     int lineWeight() const { return static_cast<int>(getInt(370, -1)); }
+    void setLineWeight(int weight) { setInt(370, weight, kSubclass()); }
     double linetypeScale() const { return getDouble(48, 1.0); }
+    void setLinetypeScale(double scale) { setDouble(48, scale, kSubclass()); }
+    OdCmColor color() const;
+    void setColor(const OdCmColor& color);
+
+    // Records this entity refers to; null ids when the drawing lacks them.
+    OdDbObjectId layerId() const;
+    OdDbObjectId linetypeId() const; // BYLAYER and BYBLOCK are records of their own
+    OdDbObjectId getPlotStyleNameId() const;
+    // The block (model space, a layout or a block definition) that owns the entity.
+    OdDbObjectId blockId() const { return ownerId(); }
     bool isInvisible() const { return getInt(60, 0) != 0; }
     bool isInPaperSpace() const { return getInt(67, 0) != 0; }
     OdGeVector3d normal() const {

@@ -3,6 +3,9 @@
 // below read and write their properties through these tags, so what a file stores is exactly what
 // the object holds, and whatever no class here understands is kept in place.
 
+#include "qvad/db/OdDbObjectId.h"
+#include "qvad/db/OdResult.h"
+#include "qvad/db/OdRxClass.h"
 #include "qvad/db/handle.h"
 #include "qvad/dxf/tag.h"
 #include "qvad/ge/point3d.h"
@@ -14,6 +17,7 @@
 #include <vector>
 
 class OdDbDatabase;
+class OdDbMemoryFiler;
 using qvad::dxf::Tag;
 
 class OdDbObject {
@@ -39,6 +43,22 @@ public:
 
     bool isErased() const { return m_erased; }
     void setErased(bool erased);
+
+    OdDbObjectId objectId() const { return {m_db, m_handle}; }
+    OdDbObjectId ownerId() const { return {m_db, m_owner}; }
+    // The exact run-time class (not a kind-of test): the C++ class together with the DXF type.
+    const OdRxClass* isA() const;
+    // Erases (or unerases) the object as the undo journal sees it; a POLYLINE or INSERT takes its
+    // vertices or attributes and their SEQEND along.
+    OdResult erase(bool erasing = true);
+    // Objects are not locked while open (see OdDb::OpenMode): these keep code that opens for read and
+    // then for write honest about its intent, and always succeed on a live object.
+    OdResult upgradeOpen() { return m_erased ? eWasErased : eOk; }
+    OdResult downgradeOpen() { return eOk; }
+    void close() {}
+    // The object's defining fields: its data after the common entity part, without handle, owner,
+    // reactors and extended data, so that two copies of one object write equal streams.
+    void dwgOutFields(OdDbMemoryFiler& filer) const;
 
     std::span<const Tag> tags() const { return {m_tagData, m_tagCount}; }
     // The loader points objects at the file's tag array; the first edit copies them out.

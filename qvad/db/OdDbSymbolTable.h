@@ -9,7 +9,13 @@ class OdDbSymbolTableRecord : public OdDbObject {
 public:
     using OdDbObject::OdDbObject;
     std::string_view name() const { return getString(2); }
+    std::string getName() const { return std::string(name()); }
 };
+
+// LAYER record flags: frozen (70 bit 1), locked (70 bit 4), off (negative colour).
+bool isLayerFrozen(const OdDbSymbolTableRecord& layer);
+bool isLayerLocked(const OdDbSymbolTableRecord& layer);
+bool isLayerOff(const OdDbSymbolTableRecord& layer);
 
 // The TABLE head of one symbol table, with its records in file order.
 class OdDbSymbolTable : public OdDbObject {

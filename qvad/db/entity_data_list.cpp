@@ -40,7 +40,7 @@ double listReal(std::string_view text, bool angle) {
     return angle ? degreesToRadians(v) : v;
 }
 
-DataItem readItem(std::span<const Tag> tags, std::size_t& i, bool inExtendedData) {
+DataItem readItem(std::span<const Tag> tags, std::size_t& i, bool inExtendedData, bool withSource) {
     const Tag& t = tags[i];
     const int code = t.code;
     if (isPointCode(code) && i + 1 < tags.size() && tags[i + 1].code == code + 10) {
@@ -48,40 +48,43 @@ DataItem readItem(std::span<const Tag> tags, std::size_t& i, bool inExtendedData
         OdGePoint3d p;
         p.x = parseReal(t.value());
         p.y = parseReal(tags[i + 1].value());
-        item.source[0] = t.value();
-        item.source[1] = tags[i + 1].value();
+        if (withSource) {
+            item.source[0] = t.value();
+            item.source[1] = tags[i + 1].value();
+        }
         item.is2d = !(i + 2 < tags.size() && tags[i + 2].code == code + 20);
         if (!item.is2d) {
             p.z = parseReal(tags[i + 2].value());
-            item.source[2] = tags[i + 2].value();
+            if (withSource) item.source[2] = tags[i + 2].value();
         }
         item.value = p;
         i += item.is2d ? 2 : 3;
         return item;
     }
     ++i;
-    DataItem item(code, std::string(t.value()));
+    DataItem item;
+    item.code = code;
     switch (valueKind(code)) {
     case ValueKind::Double:
         item.value = listReal(t.value(), !inExtendedData && isAngleCode(code));
-        item.source[0] = t.value();
         break;
     case ValueKind::Int16:
     case ValueKind::Int32:
     case ValueKind::Int64:
     case ValueKind::Bool:
         item.value = static_cast<std::int64_t>(parseInteger(t.value()));
-        item.source[0] = t.value();
         break;
     case ValueKind::Handle:
-        if (isObjectReferenceCode(code)) {
+        if (isObjectReferenceCode(code))
             item.value = ObjectRef{parseHandle(t.value())};
-            item.source[0] = t.value();
-        }
+        else
+            item.value = std::string(t.value());
         break;
     default:
+        item.value = std::string(t.value());
         break;
     }
+    if (withSource && !item.text()) item.source[0] = t.value();
     return item;
 }
 
@@ -265,7 +268,7 @@ private:
 
 } // namespace
 
-DataList entityToDataList(const OdDbObject& object) {
+DataList entityToDataList(const OdDbObject& object, bool withSourceText) {
     DataList list;
     auto tags = object.tags();
     list.reserve(tags.size() + 3);
@@ -273,11 +276,11 @@ DataList entityToDataList(const OdDbObject& object) {
     list.emplace_back(0, std::string(object.typeName()));
     const std::size_t extended = object.xdataStart();
     auto data = tags.subspan(0, extended);
-    for (std::size_t i = 0; i < data.size();) list.push_back(readItem(data, i, false));
+    for (std::size_t i = 0; i < data.size();) list.push_back(readItem(data, i, false, withSourceText));
     if (extended < tags.size()) {
         list.emplace_back().code = kExtendedDataMarker;
         auto xdata = tags.subspan(extended);
-        for (std::size_t i = 0; i < xdata.size();) list.push_back(readItem(xdata, i, true));
+        for (std::size_t i = 0; i < xdata.size();) list.push_back(readItem(xdata, i, true, withSourceText));
     }
     return list;
 }

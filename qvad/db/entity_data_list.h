@@ -60,7 +60,9 @@ bool isAngleCode(int code);
 // Pointers and owners (330-369 and the like); 320-329 and 1005 are handles kept as text.
 bool isObjectReferenceCode(int code);
 
-DataList entityToDataList(const OdDbObject& object);
+// withSourceText keeps the text each number was read from, which writing the list back needs to leave
+// unchanged values byte for byte; a list only handed out as result buffers does without.
+DataList entityToDataList(const OdDbObject& object, bool withSourceText = true);
 
 // The tags an object of this type stores for the list: -1 is skipped, a 0 item must name the type.
 // Throws DataListError for any item that does not fit its group code; nothing is produced then.

@@ -8,13 +8,7 @@
 #include <string_view>
 #include <utility>
 
-enum OdResult {
-    eOk = 0,
-    eInvalidInput = 5,
-    eKeyNotFound = 6,
-    eDuplicateKey = 7,
-    eNotApplicable = 8,
-};
+#include "qvad/db/OdResult.h"
 
 class OdString {
 public:

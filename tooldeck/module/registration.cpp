@@ -1,6 +1,7 @@
 #include "tooldeck/module/registration.h"
 
 #include "qvad/shell/OdEdCommandStack.h"
+#include "tooldeck/commands/cleanup/overkill_settings.h"
 #include "tooldeck/module/command_table.h"
 #include "tooldeck/module/resource_library.h"
 
@@ -38,6 +39,8 @@ void removeCommandGroups() {
 }
 
 int loadModule() {
+    // Options kept for the module's lifetime start afresh with every load.
+    overkill::resetModuleSettings();
     // A missing library is reported but not fatal: every text has a fallback.
     if (!openResourceLibrary())
         MessageBoxA(nullptr, "Can't load QvTooldeckRes.dll", "QVAD", MB_OK | MB_ICONERROR);

@@ -1,0 +1,202 @@
+#include "tooldeck/commands/cleanup/overkill_collect.h"
+
+#include "qvad/api/drawing_objects.h"
+#include "qvad/db/OdDbDatabase.h"
+#include "qvad/db/entities/OdDbArc.h"
+#include "qvad/db/entities/OdDbCircle.h"
+#include "qvad/db/entities/OdDbHeavyPolyline.h"
+#include "qvad/db/entities/OdDbLine.h"
+#include "qvad/db/entities/OdDbPolyline.h"
+#include "qvad/ge/ocs.h"
+
+#include <cmath>
+#include <typeinfo>
+#include <unordered_map>
+
+namespace qvtd::overkill {
+
+namespace {
+
+// Symbol look-ups by name are linear in the table; a million objects share a handful of names.
+class RecordCache {
+public:
+    struct LayerState {
+        qvad::Handle handle = 0;
+        bool usable = true; // not frozen, locked or off
+    };
+
+    const LayerState& layer(const OdDbEntity& entity) {
+        auto [it, fresh] = m_layers.try_emplace(std::string(entity.layer()));
+        if (fresh) {
+            OdDbObjectId id = entity.layerId();
+            it->second.handle = id.getHandle();
+            OdDbObject* record = nullptr;
+            if (oddbOpenOdDbObject(record, id) == eOk) {
+                const auto& layer = static_cast<const OdDbSymbolTableRecord&>(*record);
+                it->second.usable = !isLayerFrozen(layer) && !isLayerLocked(layer) && !isLayerOff(layer);
+            }
+        }
+        return it->second;
+    }
+
+    qvad::Handle linetype(const OdDbEntity& entity) {
+        auto [it, fresh] = m_linetypes.try_emplace(std::string(entity.linetype()));
+        if (fresh) it->second = entity.linetypeId().getHandle();
+        return it->second;
+    }
+
+private:
+    std::unordered_map<std::string, LayerState> m_layers;
+    std::unordered_map<std::string, qvad::Handle> m_linetypes;
+};
+
+Properties propertiesOf(const OdDbEntity& entity, qvad::Handle layer, RecordCache& cache) {
+    Properties props;
+    const OdCmColor color = entity.color();
+    props.colorIndex = color.colorIndex();
+    props.trueColor = color.trueColor();
+    props.colorName = color.colorName();
+    props.layer = layer;
+    props.linetype = cache.linetype(entity);
+    props.linetypeScale = entity.linetypeScale();
+    props.lineWeight = entity.lineWeight();
+    props.plotStyle = entity.getPlotStyleNameId().getHandle();
+    return props;
+}
+
+// Arc angles as a turn in [0, 2pi): drawings store an end at 360 degrees as often as at 0, and the arc
+// pass takes whole turns off with a constant a hair above 2pi, which would leave 360 degrees standing.
+double angleInOneTurn(double angle) {
+    constexpr double turn = 6.283185307179586;
+    double a = std::fmod(angle, turn);
+    if (a < 0) a += turn;
+    if (turn - a < 1e-12) a = 0.0;
+    return a;
+}
+
+PolylineRecord lightweightRecord(const OdDbPolyline& polyline) {
+    PolylineRecord record;
+    record.kind = PolylineKind::Lightweight;
+    record.closed = polyline.isClosed();
+    record.normal = polyline.normal();
+    record.thickness = polyline.thickness();
+    record.constantWidth = polyline.getConstantWidth();
+    const unsigned count = polyline.numVerts();
+    record.vertices.reserve(count);
+    for (unsigned i = 0; i < count; ++i) {
+        PolylineVertex v;
+        v.point = polyline.getPointAtWcs(i);
+        v.bulge = polyline.getBulgeAt(i);
+        polyline.getWidthsAt(i, v.startWidth, v.endWidth);
+        record.vertices.push_back(v);
+    }
+    return record;
+}
+
+// Vertices made by curve or spline fitting follow from the others and are left out.
+bool isFitVertex(const OdDbVertex& vertex) {
+    return (vertex.vertexFlags() & 8) != 0;
+}
+
+PolylineRecord twoDRecord(const OdDb2dPolyline& polyline) {
+    PolylineRecord record;
+    record.kind = PolylineKind::TwoD;
+    record.closed = polyline.isClosed();
+    record.normal = polyline.normal();
+    record.thickness = polyline.thickness();
+    for (const OdDbVertex* vertex : polyline.vertices()) {
+        if (vertex->isErased() || isFitVertex(*vertex)) continue;
+        const auto& v2 = static_cast<const OdDb2dVertex&>(*vertex);
+        PolylineVertex v;
+        v.point = polyline.vertexPositionWcs(*vertex);
+        v.bulge = v2.bulge();
+        v.startWidth = v2.startWidth();
+        v.endWidth = v2.endWidth();
+        record.vertices.push_back(v);
+    }
+    return record;
+}
+
+PolylineRecord threeDRecord(const OdDb3dPolyline& polyline) {
+    PolylineRecord record;
+    record.kind = PolylineKind::ThreeD;
+    record.closed = polyline.isClosed();
+    for (const OdDbVertex* vertex : polyline.vertices()) {
+        if (vertex->isErased() || isFitVertex(*vertex)) continue;
+        PolylineVertex v;
+        v.point = vertex->position();
+        record.vertices.push_back(v);
+    }
+    return record;
+}
+
+} // namespace
+
+void collectSelection(const qv_name selection, OverkillWork& work) {
+    OverkillRun& run = work.run;
+    long length = 0;
+    if (qvedSSLength(selection, &length) != QV_NORM || length < 2) return;
+    RecordCache cache;
+    std::unordered_map<const OdRxClass*, std::size_t> bucketOf;
+    bool firstRead = true;
+    for (long i = 0; i < length; ++i) {
+        qv_name name = {0, 0};
+        if (qvedSSName(selection, i, name) != QV_NORM) continue;
+        // The data list guards the object: what the host cannot describe is not touched.
+        qv_resbuf* list = nullptr;
+        if (qvdbEntGet(name, &list) != QV_NORM || !list) continue;
+        qvutRelRb(list);
+        OdDbObjectId id;
+        OdDbEntity* entity = nullptr;
+        if (oddbGetObjectId(id, name) != eOk || oddbOpenOdDbEntity(entity, id, OdDb::kForRead) != eOk)
+            continue;
+        if (firstRead) {
+            work.database = id.database();
+            OdDbObject* space = nullptr;
+            if (oddbOpenOdDbObject(space, entity->blockId()) == eOk)
+                work.spaceName = static_cast<const OdDbSymbolTableRecord&>(*space).getName();
+            firstRead = false;
+        }
+        const RecordCache::LayerState& layer = cache.layer(*entity);
+        if (!layer.usable) continue;
+
+        const std::type_info& kind = typeid(*entity);
+        const ObjectKey key = entity->handle();
+        if (kind == typeid(OdDbLine)) {
+            const auto& line = static_cast<const OdDbLine&>(*entity);
+            run.lines.push_back({key, propertiesOf(*entity, layer.handle, cache), line.startPoint(),
+                                 line.endPoint(), line.normal(), line.thickness()});
+        } else if (kind == typeid(OdDbArc)) {
+            const auto& arc = static_cast<const OdDbArc&>(*entity);
+            run.arcs.push_back({key, propertiesOf(*entity, layer.handle, cache), std::string(arc.layer()),
+                                arc.centerWcs(), arc.radius(), angleInOneTurn(arc.startAngle()),
+                                angleInOneTurn(arc.endAngle()), arc.normal(),
+                                arc.thickness()});
+        } else if (kind == typeid(OdDbCircle)) {
+            const auto& circle = static_cast<const OdDbCircle&>(*entity);
+            addCircle(run, {key, propertiesOf(*entity, layer.handle, cache), std::string(circle.layer()),
+                            circle.centerWcs(), circle.radius(), circle.normal(), circle.thickness()});
+        } else if (kind == typeid(OdDbPolyline) || kind == typeid(OdDb2dPolyline) ||
+                   kind == typeid(OdDb3dPolyline)) {
+            if (!run.settings.processPolylines) continue;
+            PolylineRecord record =
+                kind == typeid(OdDbPolyline) ? lightweightRecord(static_cast<const OdDbPolyline&>(*entity))
+                : kind == typeid(OdDb2dPolyline) ? twoDRecord(static_cast<const OdDb2dPolyline&>(*entity))
+                                                 : threeDRecord(static_cast<const OdDb3dPolyline&>(*entity));
+            record.key = key;
+            record.props = propertiesOf(*entity, layer.handle, cache);
+            auto& list = record.kind == PolylineKind::Lightweight ? run.lightweightPolylines
+                         : record.kind == PolylineKind::TwoD      ? run.twoDPolylines
+                                                                  : run.threeDPolylines;
+            list.push_back(std::move(record));
+        } else {
+            const OdRxClass* type = entity->isA();
+            auto [at, fresh] = bucketOf.try_emplace(type, work.buckets.size());
+            if (fresh) work.buckets.emplace_back(type, std::vector<BucketMember>{});
+            work.buckets[at->second].second.push_back(
+                {key, propertiesOf(*entity, layer.handle, cache), entity});
+        }
+    }
+}
+
+} // namespace qvtd::overkill

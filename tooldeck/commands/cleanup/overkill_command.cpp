@@ -1,0 +1,63 @@
+// Overkill: erases duplicated geometry among the picked objects and combines collinear lines and
+// concentric arcs that overlap, after the options dialog.
+
+#include "qvad/api/qvad_api.h"
+#include "qvad/db/OdDbDatabase.h"
+#include "tooldeck/commands/cleanup/COverKillDlg.h"
+#include "tooldeck/commands/cleanup/overkill_apply.h"
+#include "tooldeck/commands/cleanup/overkill_collect.h"
+#include "tooldeck/commands/cleanup/overkill_curve_passes.h"
+#include "tooldeck/commands/cleanup/overkill_polylines.h"
+#include "tooldeck/module/ResourceText.h"
+#include "tooldeck/module/command_handlers.h"
+
+namespace qvtd::cmd {
+
+namespace {
+
+constexpr unsigned kDuplicatesDeleted = 6294;
+constexpr unsigned kArcsCovered = 6295;
+
+// The set is freed on every way out.
+class SelectionSet {
+public:
+    SelectionSet() { qvedSSAdd(nullptr, nullptr, m_name); }
+    ~SelectionSet() { qvedSSFree(m_name); }
+    SelectionSet(const SelectionSet&) = delete;
+    SelectionSet& operator=(const SelectionSet&) = delete;
+    qv_name& name() { return m_name; }
+
+private:
+    qv_name m_name = {0, 0};
+};
+
+void report(int tally, unsigned textId, const char* fallback) {
+    if (tally <= 0) return;
+    ResourceText text(textId, fallback);
+    qvutPrintf("\n%d %s.", tally, text.fetch());
+}
+
+} // namespace
+
+void cmd_Overkill() {
+    using namespace overkill;
+    SelectionSet selection;
+    if (qvedSSGet(nullptr, nullptr, nullptr, nullptr, selection.name()) != QV_NORM) return;
+    OverkillSettings& settings = moduleSettings();
+    COverKillDlg dialog(settings);
+    if (dialog.DoModal() != IDOK) return;
+
+    OverkillWork work;
+    work.run.settings = settings;
+    collectSelection(selection.name(), work);
+    runCurvePasses(work.run);
+    runPolylinePasses(work.run);
+    for (auto& [type, members] : work.buckets) runBucketPass(members, settings, work.run.edits);
+
+    if (work.database)
+        applyEdits(*work.database, work.run.edits, work.spaceName, comparisonTolerance(settings));
+    report(work.run.edits.erasedTally, kDuplicatesDeleted, "duplicate objects deleted");
+    report(work.run.edits.coveredArcsTally, kArcsCovered, "arcs removed because a circle covers them");
+}
+
+} // namespace qvtd::cmd
