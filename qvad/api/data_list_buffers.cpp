@@ -203,6 +203,10 @@ DataItem itemOf(const qv_resbuf& rb) {
 
 } // namespace
 
+void putItemValue(qv_resbuf& rb, const DataItem& item) {
+    putValue(rb, item);
+}
+
 qv_resbuf* toResultBuffers(const DataList& list) {
     BufferChain chain;
     for (const DataItem& item : list) putValue(chain.append(item.code), item);

@@ -19,6 +19,9 @@ BufferValue bufferValueOf(int code);
 char* hostString(std::string_view text);
 
 // Frees a chain when it leaves scope unless released, so a failure half-way leaks nothing.
+// One item's value into a buffer made for its code.
+void putItemValue(qv_resbuf& rb, const qvad::db::DataItem& item);
+
 class BufferChain {
 public:
     BufferChain() = default;

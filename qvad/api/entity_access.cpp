@@ -161,6 +161,14 @@ QV_API int qvdbEntGetX(const qv_name entity, const struct qv_resbuf* apps, struc
             if (rb->restype != QV_RTSTR || !rb->resval.rstring) return refuse(HostError::BadArgument);
             patterns.emplace_back(rb->resval.rstring);
         }
+        if (patterns.empty()) {
+            // No extended data asked for: the common case, streamed straight into buffers.
+            BufferChain chain;
+            qvad::db::visitDataPart(*object, [&](const DataItem& item) { putItemValue(chain.append(item.code), item);
+            });
+            *list = chain.release();
+            return QV_NORM;
+        }
         DataList items = qvad::db::entityToDataList(*object, false);
         qvad::db::filterExtendedData(items, patterns);
         return handOut(std::move(items), list);

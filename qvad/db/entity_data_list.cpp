@@ -1,5 +1,7 @@
 #include "qvad/db/entity_data_list.h"
 
+#include <functional>
+
 #include "qvad/db/OdDbSymbolTable.h"
 #include "qvad/db/entities/tag_access.h"
 
@@ -267,6 +269,13 @@ private:
 };
 
 } // namespace
+
+void visitDataPart(const OdDbObject& object, const std::function<void(const DataItem&)>& visit) {
+    visit(DataItem(-1, ObjectRef{object.handle()}));
+    visit(DataItem(0, std::string(object.typeName())));
+    auto data = object.tags().subspan(0, object.xdataStart());
+    for (std::size_t i = 0; i < data.size();) visit(readItem(data, i, false, false));
+}
 
 DataList entityToDataList(const OdDbObject& object, bool withSourceText) {
     DataList list;

@@ -10,6 +10,7 @@
 #include "qvad/db/OdDbObject.h"
 #include "qvad/dxf/string_pool.h"
 
+#include <functional>
 #include <array>
 #include <cstdint>
 #include <span>
@@ -63,6 +64,9 @@ bool isObjectReferenceCode(int code);
 // withSourceText keeps the text each number was read from, which writing the list back needs to leave
 // unchanged values byte for byte; a list only handed out as result buffers does without.
 DataList entityToDataList(const OdDbObject& object, bool withSourceText = true);
+// The items entityToDataList gives up to extended data, one at a time and without source texts: for
+// callers that pass each on at once and need no list.
+void visitDataPart(const OdDbObject& object, const std::function<void(const DataItem&)>& visit);
 
 // The tags an object of this type stores for the list: -1 is skipped, a 0 item must name the type.
 // Throws DataListError for any item that does not fit its group code; nothing is produced then.

@@ -58,6 +58,29 @@ std::pair<std::size_t, std::size_t> OdDbPolyline::vertexRange(unsigned index) co
                             std::to_string(seen) + ")");
 }
 
+std::vector<OdDbPolyline::Vertex> OdDbPolyline::getVertices() const {
+    auto tags = this->tags();
+    const auto [b, e] = qvad::db::partRange(*this, kSubclass);
+    const double constant = getConstantWidth();
+    std::vector<Vertex> out;
+    for (std::size_t i = b; i < e; ++i) {
+        if (tags[i].code != 10) continue;
+        Vertex v;
+        const OdGePoint3d p = qvad::db::pointAt(tags.subspan(0, e), i);
+        v.point = {p.x, p.y};
+        v.startWidth = v.endWidth = constant;
+        std::size_t j = i + 1;
+        for (; j < e && vertexTagRank(tags[j].code) > 0; ++j) {
+            if (tags[j].code == 42) v.bulge = parseReal(tags[j].value());
+            if (tags[j].code == 40) v.startWidth = parseReal(tags[j].value());
+            if (tags[j].code == 41) v.endWidth = parseReal(tags[j].value());
+        }
+        out.push_back(v);
+        i = j - 1;
+    }
+    return out;
+}
+
 const Tag* OdDbPolyline::vertexTag(unsigned index, int code) const {
     const auto b_e = vertexRange(index);
     [[maybe_unused]] const auto b = b_e.first;

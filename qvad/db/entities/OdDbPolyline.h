@@ -4,6 +4,7 @@
 #include "qvad/ge/arcsegment2d.h"
 
 #include <optional>
+#include <vector>
 
 // LWPOLYLINE: 2D vertices in the object coordinates of the normal, lifted by the elevation. Each
 // vertex may carry its own start and end width and the bulge of the segment that leaves it; a vertex
@@ -13,7 +14,15 @@ public:
     static constexpr std::string_view kSubclass = "AcDbPolyline";
     OdDbPolyline() : OdDbCurve("LWPOLYLINE") {}
 
+    struct Vertex {
+        OdGePoint2d point;
+        double bulge = 0.0;
+        double startWidth = 0.0;
+        double endWidth = 0.0;
+    };
     unsigned numVerts() const;
+    // Every vertex in one pass over the tags (the per-index getters each walk them from the start).
+    std::vector<Vertex> getVertices() const;
     OdGePoint2d getPointAt(unsigned index) const;
     OdGePoint3d getPointAtWcs(unsigned index) const;
     double getBulgeAt(unsigned index) const;

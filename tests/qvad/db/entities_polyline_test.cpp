@@ -55,6 +55,15 @@ TEST(LightPolyline, ParsesVerticesWithTheirWidthsAndBulges) {
     EXPECT_FALSE(pline->arcSegmentAt(1).has_value());
     EXPECT_FALSE(pline->arcSegmentAt(2).has_value()); // open: no closing segment
     EXPECT_THROW(pline->getPointAt(3), std::out_of_range);
+    // The one-pass reader agrees with the per-vertex getters.
+    const auto all = pline->getVertices();
+    ASSERT_EQ(all.size(), 3u);
+    for (unsigned i = 0; i < 3; ++i) {
+        pline->getWidthsAt(i, s, e);
+        EXPECT_EQ(all[i].point, pline->getPointAt(i)) << i;
+        EXPECT_EQ(all[i].bulge, pline->getBulgeAt(i)) << i;
+        EXPECT_EQ(std::pair(all[i].startWidth, all[i].endWidth), std::pair(s, e)) << i;
+    }
     expectRoundTrips(*db, *pline);
 }
 

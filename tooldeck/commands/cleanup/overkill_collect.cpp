@@ -81,13 +81,18 @@ PolylineRecord lightweightRecord(const OdDbPolyline& polyline) {
     record.normal = polyline.normal();
     record.thickness = polyline.thickness();
     record.constantWidth = polyline.getConstantWidth();
-    const unsigned count = polyline.numVerts();
-    record.vertices.reserve(count);
-    for (unsigned i = 0; i < count; ++i) {
+    const OdGeVector3d normal = polyline.normal();
+    const double elevation = polyline.elevation();
+    const bool flat = normal.isEqualTo(OdGeVector3d(0, 0, 1));
+    const auto vertices = polyline.getVertices();
+    record.vertices.reserve(vertices.size());
+    for (const OdDbPolyline::Vertex& from : vertices) {
         PolylineVertex v;
-        v.point = polyline.getPointAtWcs(i);
-        v.bulge = polyline.getBulgeAt(i);
-        polyline.getWidthsAt(i, v.startWidth, v.endWidth);
+        const OdGePoint3d ocs(from.point.x, from.point.y, elevation);
+        v.point = flat ? ocs : ocsToWcs(ocs, normal);
+        v.bulge = from.bulge;
+        v.startWidth = from.startWidth;
+        v.endWidth = from.endWidth;
         record.vertices.push_back(v);
     }
     return record;
