@@ -1,7 +1,5 @@
 #include "qvad/db/entity_data_list.h"
 
-#include <functional>
-
 #include "qvad/db/OdDbSymbolTable.h"
 #include "qvad/db/entities/tag_access.h"
 
@@ -270,11 +268,8 @@ private:
 
 } // namespace
 
-void visitDataPart(const OdDbObject& object, const std::function<void(const DataItem&)>& visit) {
-    visit(DataItem(-1, ObjectRef{object.handle()}));
-    visit(DataItem(0, std::string(object.typeName())));
-    auto data = object.tags().subspan(0, object.xdataStart());
-    for (std::size_t i = 0; i < data.size();) visit(readItem(data, i, false, false));
+DataItem readDataItem(std::span<const Tag> tags, std::size_t& i) {
+    return readItem(tags, i, false, false);
 }
 
 DataList entityToDataList(const OdDbObject& object, bool withSourceText) {

@@ -11,6 +11,12 @@ CircleCentreLookup::CircleCentreLookup(const CircleIndex& index, double largestT
     // than a cell, so an equal centre always lies in one of the 27 neighbouring cells.
     m_cellSize = 2.0 * std::max(largestTolerance, 1e-10);
     if (std::isfinite(largestCoordinate)) m_cellSize = std::max(m_cellSize, 1e-14 * largestCoordinate);
+    std::size_t count = 0;
+    for (const auto& [radiusKey, byLayer] : index)
+        for (const auto& [layer, entries] : byLayer) count += entries.size();
+    // Every centre lands in two cells (its layer's list and its key's); growing the table as they come
+    // rehashes it a dozen times for a drawing full of circles.
+    m_cells.reserve(2 * count);
     for (const auto& [radiusKey, byLayer] : index)
         for (const auto& [layer, entries] : byLayer)
             for (const CircleEntry& entry : entries) add(radiusKey, layer, entry.center);

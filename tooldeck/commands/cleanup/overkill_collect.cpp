@@ -26,7 +26,7 @@ public:
     };
 
     const LayerState& layer(const OdDbEntity& entity) {
-        auto [it, fresh] = m_layers.try_emplace(std::string(entity.layer()));
+        auto [it, fresh] = m_layers.try_emplace(entity.layer());
         if (fresh) {
             OdDbObjectId id = entity.layerId();
             it->second.handle = id.getHandle();
@@ -40,14 +40,15 @@ public:
     }
 
     qvad::Handle linetype(const OdDbEntity& entity) {
-        auto [it, fresh] = m_linetypes.try_emplace(std::string(entity.linetype()));
+        auto [it, fresh] = m_linetypes.try_emplace(entity.linetype());
         if (fresh) it->second = entity.linetypeId().getHandle();
         return it->second;
     }
 
 private:
-    std::unordered_map<std::string, LayerState> m_layers;
-    std::unordered_map<std::string, qvad::Handle> m_linetypes;
+    // Keyed by the names' text in the drawing, which stays put while the command reads.
+    std::unordered_map<std::string_view, LayerState> m_layers;
+    std::unordered_map<std::string_view, qvad::Handle> m_linetypes;
 };
 
 Properties propertiesOf(const OdDbEntity& entity, qvad::Handle layer, RecordCache& cache) {
