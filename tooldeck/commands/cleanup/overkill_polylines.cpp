@@ -171,65 +171,63 @@ void comparePolylinesOfPass(const OverkillSettings& settings, std::vector<PassPo
     }
 }
 
-// Lines, then arcs, lying on segments of the surviving polylines; erased ones leave their lists.
-void eraseLinesOnPolylines(const OverkillSettings& settings, const std::vector<PassPolyline>& polylines,
-                           std::vector<LineRecord>& lines, OverkillEdits& edits, double cellSize, double e) {
-    PointGrid starts(cellSize);
-    for (std::uint32_t index = 0; index < lines.size(); ++index) starts.add(lines[index].start, index);
-    std::vector<bool> erased(lines.size(), false);
+// Records (lines or arcs) lying on segments of the surviving polylines; erased ones leave their list.
+// near(segment, found) gathers the candidates a segment can hold; lies(polyline, record, segment)
+// decides.
+template <class Record, class Near, class Lies>
+void eraseRecordsOnPolylines(const std::vector<PassPolyline>& polylines, std::vector<Record>& records,
+                             OverkillEdits& edits, bool arcSegments, Near&& near, Lies&& lies) {
+    std::vector<bool> erased(records.size(), false);
     std::vector<std::uint32_t> found;
     std::vector<std::uint32_t> lying;
     for (const PassPolyline& polyline : polylines) {
         if (polyline.erased) continue;
         lying.clear();
         for (const PolylineSegment& segment : polyline.segments) {
-            if (segment.isArc) continue;
+            if (segment.isArc != arcSegments) continue;
             found.clear();
-            starts.findNearSegment(segment.start, segment.end, 2.0 * e, found);
+            near(segment, found);
             for (const std::uint32_t index : found)
-                if (!erased[index] && lineOnPolyline(settings, polyline, lines[index], segment))
-                    lying.push_back(index);
+                if (!erased[index] && lies(polyline, records[index], segment)) lying.push_back(index);
         }
         sortUnique(lying);
         for (const std::uint32_t index : lying) {
             erased[index] = true;
-            erase(lines[index].key, edits);
+            erase(records[index].key, edits);
         }
     }
     std::size_t kept = 0;
-    for (std::size_t index = 0; index < lines.size(); ++index)
-        if (!erased[index]) lines[kept++] = std::move(lines[index]);
-    lines.resize(kept);
+    for (std::size_t index = 0; index < records.size(); ++index)
+        if (!erased[index]) records[kept++] = std::move(records[index]);
+    records.resize(kept);
+}
+
+void eraseLinesOnPolylines(const OverkillSettings& settings, const std::vector<PassPolyline>& polylines,
+                           std::vector<LineRecord>& lines, OverkillEdits& edits, double cellSize, double e) {
+    PointGrid starts(cellSize);
+    for (std::uint32_t index = 0; index < lines.size(); ++index) starts.add(lines[index].start, index);
+    eraseRecordsOnPolylines(
+        polylines, lines, edits, false,
+        [&](const PolylineSegment& segment, std::vector<std::uint32_t>& found) {
+            starts.findNearSegment(segment.start, segment.end, 2.0 * e, found);
+        },
+        [&](const PassPolyline& polyline, const LineRecord& line, const PolylineSegment& segment) {
+            return lineOnPolyline(settings, polyline, line, segment);
+        });
 }
 
 void eraseArcsOnPolylines(const OverkillSettings& settings, const std::vector<PassPolyline>& polylines,
                           std::vector<ArcRecord>& arcs, OverkillEdits& edits, double cellSize, double e) {
     PointGrid centres(cellSize);
     for (std::uint32_t index = 0; index < arcs.size(); ++index) centres.add(arcs[index].center, index);
-    std::vector<bool> erased(arcs.size(), false);
-    std::vector<std::uint32_t> found;
-    std::vector<std::uint32_t> lying;
-    for (const PassPolyline& polyline : polylines) {
-        if (polyline.erased) continue;
-        lying.clear();
-        for (const PolylineSegment& segment : polyline.segments) {
-            if (!segment.isArc) continue;
-            found.clear();
+    eraseRecordsOnPolylines(
+        polylines, arcs, edits, true,
+        [&](const PolylineSegment& segment, std::vector<std::uint32_t>& found) {
             centres.findNearPoint(segment.center, 2.0 * e, found);
-            for (const std::uint32_t index : found)
-                if (!erased[index] && arcOnPolyline(settings, polyline, arcs[index], segment))
-                    lying.push_back(index);
-        }
-        sortUnique(lying);
-        for (const std::uint32_t index : lying) {
-            erased[index] = true;
-            erase(arcs[index].key, edits);
-        }
-    }
-    std::size_t kept = 0;
-    for (std::size_t index = 0; index < arcs.size(); ++index)
-        if (!erased[index]) arcs[kept++] = std::move(arcs[index]);
-    arcs.resize(kept);
+        },
+        [&](const PassPolyline& polyline, const ArcRecord& arc, const PolylineSegment& segment) {
+            return arcOnPolyline(settings, polyline, arc, segment);
+        });
 }
 
 void runPass(OverkillRun& run, std::vector<PolylineRecord>& list, bool meetsLines, bool meetsArcs) {
