@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <unordered_set>
 
@@ -159,7 +160,8 @@ struct Created {
 
 // The old state of everything one step (or one command) touched, each the first time it was touched.
 struct Record {
-    std::vector<std::pair<OdDbObject*, ObjectState>> touched;
+    // Shared with the command's record, which captures the same old state.
+    std::vector<std::pair<OdDbObject*, std::shared_ptr<const ObjectState>>> touched;
     std::unordered_set<OdDbObject*> touchedSet;
     std::vector<Created> created;
     std::unordered_set<OdDbObject*> createdSet;
@@ -168,9 +170,11 @@ struct Record {
 
     bool empty() const { return touched.empty() && created.empty() && header.empty() && !handseed; }
 
-    void touch(OdDbObject& object) {
+    // shared: the state captured for this change so far (made here on first need).
+    void touch(OdDbObject& object, std::shared_ptr<const ObjectState>& shared) {
         if (createdSet.count(&object) || !touchedSet.insert(&object).second) return;
-        touched.emplace_back(&object, capture(object));
+        if (!shared) shared = std::make_shared<const ObjectState>(capture(object));
+        touched.emplace_back(&object, shared);
     }
     void create(OdDbObject& object) {
         if (createdSet.insert(&object).second) {
@@ -244,7 +248,7 @@ struct UndoJournal::State {
         for (const HeaderEntry& e : r.header) step.headerAfter.push_back(captureHeader(db.header(), e.name));
         step.seedAfter = db.handseed();
 
-        for (auto& [object, old] : r.touched) apply(db, *object, old);
+        for (auto& [object, old] : r.touched) apply(db, *object, *old);
         for (auto it = r.created.rbegin(); it != r.created.rend(); ++it) {
             it->putBack = takeOutEverywhere(db, it->object);
             it->held = db.detach(it->object);
@@ -441,8 +445,9 @@ void UndoJournal::clear() {
 void UndoJournal::beforeModify(OdDbObject& object) {
     State& s = *m_state;
     if (!s.startChange()) return;
-    s.current.touch(object);
-    if (s.command) s.command->touch(object);
+    std::shared_ptr<const ObjectState> state;
+    s.current.touch(object, state);
+    if (s.command) s.command->touch(object, state);
 }
 
 void UndoJournal::created(OdDbObject& object) {
