@@ -3,14 +3,13 @@
 
 #include "qvad/api/qvad_api.h"
 #include "qvad/shell/builtin_commands.h"
+#include "qvad/shell/builtin_prompts.h"
 
 namespace qvad::shell {
 
 void cmdErase() {
     qv_name selection = {0, 0};
-    if (qvedSSGet("I", nullptr, nullptr, nullptr, selection) != QV_NORM &&
-        qvedSSGet(nullptr, nullptr, nullptr, nullptr, selection) != QV_NORM)
-        return;
+    if (!pickFirstOrSelect(selection)) return;
     long length = 0;
     qvedSSLength(selection, &length);
     long erased = 0;

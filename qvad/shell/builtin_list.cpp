@@ -3,6 +3,7 @@
 
 #include "qvad/api/qvad_api.h"
 #include "qvad/shell/builtin_commands.h"
+#include "qvad/shell/builtin_prompts.h"
 
 #include <cstdio>
 #include <string>
@@ -98,9 +99,7 @@ void listEntity(const qv_name entity) {
 
 void cmdList() {
     qv_name selection = {0, 0};
-    if (qvedSSGet("I", nullptr, nullptr, nullptr, selection) != QV_NORM &&
-        qvedSSGet(nullptr, nullptr, nullptr, nullptr, selection) != QV_NORM)
-        return;
+    if (!pickFirstOrSelect(selection)) return;
     long length = 0;
     qvedSSLength(selection, &length);
     for (long i = 0; i < length; ++i) {

@@ -60,4 +60,9 @@ void say(const std::string& text) {
     qvutPrintf("%s\n", text.c_str());
 }
 
+bool pickFirstOrSelect(qv_name selection) {
+    return qvedSSGet("I", nullptr, nullptr, nullptr, selection) == QV_NORM ||
+           qvedSSGet(nullptr, nullptr, nullptr, nullptr, selection) == QV_NORM;
+}
+
 } // namespace qvad::shell

@@ -36,6 +36,9 @@ std::optional<std::string> askText(const std::string& prompt, bool allowSpaces =
 // Index into options, or nullopt.
 std::optional<std::size_t> matchOption(std::string_view answer, const std::vector<std::string_view>& options);
 
+// The pick-first set when there is one, else what the user selects; false when nothing came.
+bool pickFirstOrSelect(qv_name selection);
+
 std::string upperCase(std::string_view text);
 // Splits "a,b , c" into trimmed, non-empty parts.
 std::vector<std::string> splitNames(std::string_view list);

@@ -87,7 +87,7 @@ void rebuildHeavy(OdDbHeavyPolyline& polyline, const PolylineRecord& record, dou
     }
 }
 
-void addCircle(OdDbDatabase& db, const NewCircle& made, const OdDbObjectId& space) {
+void makeCircle(OdDbDatabase& db, const NewCircle& made, const OdDbObjectId& space) {
     OdDbEntity* source = nullptr;
     if (oddbOpenOdDbEntity(source, OdDbObjectId(&db, made.madeFrom), OdDb::kForRead, true) != eOk) return;
     auto entity = qvad::db::newEntity(db, "CIRCLE");
@@ -131,7 +131,7 @@ void applyEdits(OdDbDatabase& db, const OverkillEdits& edits, const std::string&
         const OdDbBlockTableRecord* space = db.findBlock(spaceName);
         if (!space) space = db.modelSpace();
         if (space)
-            for (const NewCircle& made : edits.newCircles) addCircle(db, made, space->objectId());
+            for (const NewCircle& made : edits.newCircles) makeCircle(db, made, space->objectId());
     }
     for (ObjectKey key : edits.erased) {
         OdDbEntity* entity = nullptr;
