@@ -2,6 +2,7 @@
 
 #include "qvad/api/entity_names.h"
 
+#include <array>
 #include <cstring>
 #include <new>
 
@@ -13,7 +14,7 @@ using qvad::db::DataListError;
 using qvad::db::ObjectRef;
 using qvad::dxf::ValueKind;
 
-BufferValue bufferValueOf(int code) {
+BufferValue bufferValueByRules(int code) {
     switch (code) {
     case QV_RTNONE:
     case QV_RTVOID:
@@ -66,6 +67,35 @@ BufferValue bufferValueOf(int code) {
     }
 }
 
+namespace {
+
+// Group codes -5..1071, then the type codes; everything else is Unknown.
+constexpr int kLowestGroup = -5, kHighestGroup = 1071, kLowestType = QV_RTNONE, kHighestType = QV_RTT;
+
+struct BufferValueTable {
+    std::array<BufferValue, kHighestGroup - kLowestGroup + 1> groups{};
+    std::array<BufferValue, kHighestType - kLowestType + 1> types{};
+    BufferValueTable() {
+        for (int code = kLowestGroup; code <= kHighestGroup; ++code)
+            groups[static_cast<std::size_t>(code - kLowestGroup)] = bufferValueByRules(code);
+        for (int code = kLowestType; code <= kHighestType; ++code)
+            types[static_cast<std::size_t>(code - kLowestType)] = bufferValueByRules(code);
+    }
+};
+
+// Built when the library loads: the rules use nothing that needs initialising first.
+const BufferValueTable kBufferValues;
+
+} // namespace
+
+BufferValue bufferValueOf(int code) {
+    if (code >= kLowestGroup && code <= kHighestGroup)
+        return kBufferValues.groups[static_cast<std::size_t>(code - kLowestGroup)];
+    if (code >= kLowestType && code <= kHighestType)
+        return kBufferValues.types[static_cast<std::size_t>(code - kLowestType)];
+    return BufferValue::Unknown;
+}
+
 char* hostString(std::string_view text) {
     auto* copy = static_cast<char*>(qvad_malloc(text.size() + 1));
     if (!copy) throw std::bad_alloc();
@@ -101,7 +131,9 @@ int hexDigit(char c) {
     return -1;
 }
 
-void putBinary(qv_resbuf& rb, const std::string& hex) {
+} // namespace
+
+void putHexBytes(qv_resbuf& rb, std::string_view hex) {
     const std::size_t bytes = hex.size() / 2;
     if (bytes > 32767) throw DataListError("group " + std::to_string(rb.restype) + " holds too many bytes");
     auto* data = static_cast<char*>(qvad_malloc(bytes ? bytes : 1));
@@ -113,6 +145,8 @@ void putBinary(qv_resbuf& rb, const std::string& hex) {
     rb.resval.rbinary.clen = static_cast<short>(bytes);
     rb.resval.rbinary.buf = data;
 }
+
+namespace {
 
 std::string binaryText(const qv_resbuf& rb) {
     static const char digits[] = "0123456789ABCDEF";
@@ -156,7 +190,7 @@ void putValue(qv_resbuf& rb, const DataItem& item) {
         if (const ObjectRef* r = item.reference()) nameOfHandle(r->handle, rb.resval.rlname);
         return;
     case BufferValue::Binary:
-        if (const std::string* s = item.text()) putBinary(rb, *s);
+        if (const std::string* s = item.text()) putHexBytes(rb, *s);
         return;
     case BufferValue::String:
         rb.resval.rstring = hostString(item.text() ? *item.text() : std::string());

@@ -162,11 +162,8 @@ QV_API int qvdbEntGetX(const qv_name entity, const struct qv_resbuf* apps, struc
             patterns.emplace_back(rb->resval.rstring);
         }
         if (patterns.empty()) {
-            // No extended data asked for: the common case, streamed straight into buffers.
-            BufferChain chain;
-            qvad::db::visitDataPart(*object, [&](const DataItem& item) { putItemValue(chain.append(item.code), item);
-            });
-            *list = chain.release();
+            // No extended data asked for: the common case, written straight from the tags.
+            *list = dataPartBuffers(*object);
             return QV_NORM;
         }
         DataList items = qvad::db::entityToDataList(*object, false);

@@ -21,9 +21,9 @@ using qvad::db::PlanChain;
 using qvad::db::PlanGeometry;
 using qvad::ge::Window2d;
 
-bool layerVisible(const OdDbDatabase& db, const OdDbEntity& entity) {
+bool layerVisible(const OdDbDatabase& db, std::string_view layerName) {
     const OdDbSymbolTable* layers = db.table("LAYER");
-    const OdDbSymbolTableRecord* layer = layers ? layers->find(entity.layer()) : nullptr;
+    const OdDbSymbolTableRecord* layer = layers ? layers->find(layerName) : nullptr;
     if (!layer) return true;
     return layer->getInt(62, 7) >= 0 && (layer->getInt(70, 0) & 1) == 0;
 }
@@ -37,9 +37,21 @@ std::vector<const OdDbEntity*> visibleEntities() {
     std::vector<const OdDbEntity*> out;
     const OdDbDatabase* db = HostSession::current().drawing();
     if (!db) return out;
-    if (const OdDbBlockTableRecord* space = currentSpace(*db))
-        for (const OdDbEntity* e : space->entities())
-            if (!e->isErased() && layerVisible(*db, *e)) out.push_back(e);
+    const OdDbBlockTableRecord* space = currentSpace(*db);
+    if (!space) return out;
+    // Neighbours mostly share a layer, and finding a layer by name walks the whole table.
+    std::string_view lastLayer;
+    bool lastVisible = false, seenAny = false;
+    for (const OdDbEntity* e : space->entities()) {
+        if (e->isErased()) continue;
+        const std::string_view layer = e->layer();
+        if (!seenAny || layer != lastLayer) {
+            lastVisible = layerVisible(*db, layer);
+            lastLayer = layer;
+            seenAny = true;
+        }
+        if (lastVisible) out.push_back(e);
+    }
     return out;
 }
 

@@ -60,15 +60,20 @@ bool selectable(const qv_name entity, qvad::Handle& handle) {
 } // namespace
 
 bool SelectionSet::add(qvad::Handle handle) {
-    if (!m_index.insert(handle).second) return false;
+    if (!m_index.insert(handle)) return false;
     m_members.push_back(handle);
     return true;
 }
 
 bool SelectionSet::remove(qvad::Handle handle) {
-    if (m_index.erase(handle) == 0) return false;
+    if (!m_index.erase(handle)) return false;
     m_members.erase(std::find(m_members.begin(), m_members.end(), handle));
     return true;
+}
+
+void SelectionSet::reserve(std::size_t count) {
+    m_members.reserve(count);
+    m_index.reserve(count);
 }
 
 void SelectionSet::clear() {
@@ -79,6 +84,7 @@ void SelectionSet::clear() {
 void makeSelection(const std::vector<qvad::Handle>& members, qv_name name) {
     StoredSet stored;
     stored.serial = HostSession::current().drawingSerial();
+    stored.set.reserve(members.size());
     for (qvad::Handle h : members) stored.set.add(h);
     const long long number = nextSetNumber();
     storedSets()[number] = std::move(stored);

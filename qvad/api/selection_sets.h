@@ -4,9 +4,9 @@
 // drawing that was open when it was made and is refused once that drawing closes or the set is freed.
 
 #include "qvad/api/qvad_api.h"
+#include "qvad/api/selection_handle_set.h"
 #include "qvad/db/handle.h"
 
-#include <unordered_set>
 #include <vector>
 
 namespace qvad::api {
@@ -16,15 +16,16 @@ inline constexpr long long kSelectionTag = 0x5153454C45435400LL; // "QSELECT\0"
 class SelectionSet {
 public:
     const std::vector<qvad::Handle>& members() const { return m_members; }
-    bool contains(qvad::Handle handle) const { return m_index.count(handle) != 0; }
+    bool contains(qvad::Handle handle) const { return m_index.contains(handle); }
     // False when the entity was already there.
     bool add(qvad::Handle handle);
     bool remove(qvad::Handle handle);
     void clear();
+    void reserve(std::size_t count);
 
 private:
     std::vector<qvad::Handle> m_members;
-    std::unordered_set<qvad::Handle> m_index;
+    HandleSet m_index;
 };
 
 // A new set of the open drawing holding these entities; its name goes to name.

@@ -45,13 +45,8 @@ std::unique_ptr<OdDbObject> OdDbDatabase::detach(OdDbObject* object) {
     return nullptr;
 }
 
-OdDbObject* OdDbDatabase::getObject(qvad::Handle h) const {
-    auto it = m_byHandle.find(h);
-    return it == m_byHandle.end() ? nullptr : it->second;
-}
-
 void OdDbDatabase::registerHandle(OdDbObject* object) {
-    m_byHandle[object->handle()] = object;
+    m_byHandle.set(object->handle(), object);
     if (object->handle() >= m_handseed) setHandseed(object->handle() + 1);
 }
 
@@ -67,7 +62,7 @@ void OdDbDatabase::unregisterHandle(qvad::Handle h) {
 
 qvad::Handle OdDbDatabase::allocateHandle() {
     notifyBeforeHandseedChange();
-    while (m_byHandle.count(m_handseed)) ++m_handseed;
+    while (m_byHandle.find(m_handseed)) ++m_handseed;
     return m_handseed++;
 }
 

@@ -4,6 +4,7 @@
 
 #include "qvad/db/OdDbSymbolTable.h"
 #include "qvad/db/change_observer.h"
+#include "qvad/db/handle_table.h"
 #include "qvad/db/header_variables.h"
 #include "qvad/dxf/string_pool.h"
 
@@ -55,7 +56,7 @@ public:
     // Loading knows roughly how many objects come; growing the tables as they come costs more.
     void reserveObjects(std::size_t count);
 
-    OdDbObject* getObject(qvad::Handle h) const;
+    OdDbObject* getObject(qvad::Handle h) const { return m_byHandle.find(h); }
     // Points the handle at the object (it must already carry that handle).
     void registerHandle(OdDbObject* object);
     void unregisterHandle(qvad::Handle h);
@@ -115,7 +116,7 @@ private:
     std::vector<qvad::dxf::Tag> m_classes;
     std::vector<RawSection> m_rawSections;
     std::vector<std::unique_ptr<OdDbObject>> m_all;
-    std::unordered_map<qvad::Handle, OdDbObject*> m_byHandle;
+    HandleTable m_byHandle;
     qvad::Handle m_handseed = 1;
     std::vector<OdDbSymbolTable*> m_tables;
     std::vector<OdDbBlockTableRecord*> m_blocks;

@@ -4,17 +4,37 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstring>
+#include <functional>
 
 OdDbObject::~OdDbObject() = default;
 
+namespace {
+// The text of a real in the caller's buffer: setters hand it straight to the string pool.
+struct RealText {
+    char text[40];
+    std::size_t size = 0;
+
+    explicit RealText(double value) {
+        if (value == 0.0) {
+            size = 3;
+            std::memcpy(text, "0.0", 3);
+            return;
+        }
+        const auto r = std::to_chars(text, text + sizeof text - 2, value);
+        size = static_cast<std::size_t>(r.ptr - text);
+        // Every reader accepts "1.0"; some choke on "1" where a real is due.
+        if (view().find_first_of(".eEn") == std::string_view::npos) {
+            text[size++] = '.';
+            text[size++] = '0';
+        }
+    }
+    std::string_view view() const { return {text, size}; }
+};
+} // namespace
+
 std::string formatReal(double value) {
-    if (value == 0.0) return "0.0";
-    char text[32];
-    auto r = std::to_chars(text, text + sizeof text, value);
-    std::string s(text, r.ptr);
-    // Every reader accepts "1.0"; some choke on "1" where a real is due.
-    if (s.find_first_of(".eEn") == std::string::npos) s += ".0";
-    return s;
+    return std::string(RealText(value).view());
 }
 
 void OdDbObject::viewTags(const Tag* data, std::size_t count) {
@@ -32,10 +52,22 @@ void OdDbObject::setErased(bool erased) {
     m_erased = erased;
 }
 
-void OdDbObject::restoreState(std::vector<Tag> tags, bool erased, qvad::Handle handle, qvad::Handle owner) {
-    m_ownTags = std::make_unique<std::vector<Tag>>(std::move(tags));
-    m_tagData = m_ownTags->data();
-    m_tagCount = static_cast<std::uint32_t>(m_ownTags->size());
+bool OdDbObject::tagsAreFileView() const {
+    if (m_ownTags || !m_db || m_tagCount == 0) return false;
+    const auto& file = m_db->fileTags();
+    const std::less<const Tag*> before;
+    return !before(m_tagData, file.data()) && !before(file.data() + file.size(), m_tagData + m_tagCount);
+}
+
+void OdDbObject::restoreState(std::span<const Tag> tags, bool fileView, bool erased, qvad::Handle handle,
+                              qvad::Handle owner) {
+    if (fileView) {
+        viewTags(tags.data(), tags.size());
+    } else {
+        m_ownTags = std::make_unique<std::vector<Tag>>(tags.data(), tags.data() + tags.size());
+        m_tagData = m_ownTags->data();
+        m_tagCount = static_cast<std::uint32_t>(m_ownTags->size());
+    }
     m_erased = erased;
     m_handle = handle;
     m_owner = owner;
@@ -257,7 +289,7 @@ void OdDbObject::setString(int code, std::string_view value, std::string_view su
 }
 
 void OdDbObject::setDouble(int code, double value, std::string_view subclass) {
-    setString(code, formatReal(value), subclass);
+    setString(code, RealText(value).view(), subclass);
 }
 
 void OdDbObject::setInt(int code, long long value, std::string_view subclass) {
@@ -277,7 +309,8 @@ void OdDbObject::setPoint(int code, const OdGePoint3d& p, std::string_view subcl
             at = i;
             break;
         }
-    std::string_view x = keep(formatReal(p.x)), y = keep(formatReal(p.y)), z = keep(formatReal(p.z));
+    std::string_view x = keep(RealText(p.x).view()), y = keep(RealText(p.y).view()),
+                     z = keep(RealText(p.z).view());
     if (at == e) {
         Tag inserted[3] = {Tag(code, x), Tag(code + 10, y), Tag(code + 20, z)};
         tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(at), inserted, inserted + 3);

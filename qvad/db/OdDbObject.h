@@ -89,8 +89,17 @@ public:
     void setHandleRef(int code, qvad::Handle h, std::string_view subclass = {});
     void removeTags(int code, std::string_view subclass = {});
 
-    // Puts back a recorded state whole (the undo journal's way back; tells no observer).
-    void restoreState(std::vector<Tag> tags, bool erased, qvad::Handle handle, qvad::Handle owner);
+    // True while the object still shows the loaded file's tags, which stay as they are for the
+    // database's whole life: a record of the object's state can point at them instead of copying.
+    bool tagsAreFileView() const;
+    // Puts back a recorded state whole (the undo journal's way back; tells no observer). A file view
+    // is shown again as it is; other tags are copied.
+    void restoreState(std::span<const Tag> tags, bool fileView, bool erased, qvad::Handle handle,
+                      qvad::Handle owner);
+    // The undo journal notes here which of its open records (one per slot) already hold the object's
+    // old state, by the record's number: the test then costs no look-up in a set of its own.
+    std::uint32_t journalMark(int slot) const { return m_journalMarks[slot]; }
+    void setJournalMark(int slot, std::uint32_t mark) { m_journalMarks[slot] = mark; }
     // True between joining a database and leaving it; only then are changes announced.
     bool isInDatabase() const { return m_inDatabase; }
 
@@ -110,6 +119,7 @@ private:
     qvad::Handle m_owner = 0;
     const Tag* m_tagData = nullptr;
     std::uint32_t m_tagCount = 0;
+    std::uint32_t m_journalMarks[2] = {0, 0};
     bool m_erased = false;
     bool m_inDatabase = false;
     std::unique_ptr<std::vector<Tag>> m_ownTags;

@@ -65,14 +65,6 @@ bool isObjectReferenceCode(int code);
 DataList entityToDataList(const OdDbObject& object, bool withSourceText = true);
 // The item whose first tag is tags[i] (outside extended data, without source texts); i moves past it.
 DataItem readDataItem(std::span<const Tag> tags, std::size_t& i);
-// The items entityToDataList gives up to extended data, one at a time and without source texts: for
-// callers that pass each on at once and need no list.
-template <class Visit> void visitDataPart(const OdDbObject& object, Visit&& visit) {
-    visit(DataItem(-1, ObjectRef{object.handle()}));
-    visit(DataItem(0, std::string(object.typeName())));
-    auto data = object.tags().subspan(0, object.xdataStart());
-    for (std::size_t i = 0; i < data.size();) visit(readDataItem(data, i));
-}
 
 // The tags an object of this type stores for the list: -1 is skipped, a 0 item must name the type.
 // Throws DataListError for any item that does not fit its group code; nothing is produced then.

@@ -1,10 +1,12 @@
 #include "qvad/db/undo_journal.h"
 
+#include "qvad/db/object_set.h"
+
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <unordered_set>
 
 namespace {
 
@@ -19,7 +21,10 @@ struct Members {
 };
 
 struct ObjectState {
+    // A copy of the object's own tags, or (fileView) the loaded file's tags it still showed.
     std::vector<Tag> tags;
+    std::span<const Tag> fileView;
+    bool isFileView = false;
     bool erased = false;
     Handle handle = 0;
     Handle owner = 0;
@@ -36,6 +41,8 @@ template <class T> void assignMembers(std::vector<T*>& list, const std::vector<O
 }
 
 std::optional<Members> membersOf(OdDbObject& object) {
+    // Most objects a command touches are plain entities: spare them the casts.
+    if (object.isEntity() && !static_cast<OdDbEntity&>(object).isComplex()) return std::nullopt;
     if (auto* block = dynamic_cast<OdDbBlockTableRecord*>(&object))
         return Members{asObjects(block->entities()), block->blockBegin(), block->blockEnd()};
     if (auto* table = dynamic_cast<OdDbSymbolTable*>(&object)) return Members{asObjects(table->records())};
@@ -57,16 +64,27 @@ void restoreMembers(OdDbObject& object, const Members& members) {
 }
 
 ObjectState capture(OdDbObject& object) {
-    auto tags = object.tags();
-    return {std::vector<Tag>(tags.begin(), tags.end()), object.isErased(), object.handle(),
-            object.ownerHandle(), membersOf(object)};
+    ObjectState state;
+    const auto tags = object.tags();
+    if (object.tagsAreFileView()) {
+        state.fileView = tags;
+        state.isFileView = true;
+    } else {
+        state.tags.assign(tags.data(), tags.data() + tags.size());
+    }
+    state.erased = object.isErased();
+    state.handle = object.handle();
+    state.owner = object.ownerHandle();
+    state.members = membersOf(object);
+    return state;
 }
 
 void apply(OdDbDatabase& db, OdDbObject& object, const ObjectState& state) {
     const Handle current = object.handle();
     if (current != state.handle && current != 0 && db.getObject(current) == &object)
         db.unregisterHandle(current);
-    object.restoreState(state.tags, state.erased, state.handle, state.owner);
+    object.restoreState(state.isFileView ? state.fileView : std::span<const Tag>(state.tags),
+                        state.isFileView, state.erased, state.handle, state.owner);
     if (state.handle != 0 && db.getObject(state.handle) != &object) db.registerHandle(&object);
     if (state.members) restoreMembers(object, *state.members);
 }
@@ -158,26 +176,40 @@ struct Created {
     PutBack putBack;
 };
 
+// Numbers for the whole process: a mark an earlier journal left on an object must never match.
+std::uint32_t nextRecordNumber() {
+    static std::atomic<std::uint32_t> next{0};
+    std::uint32_t n = ++next;
+    return n != 0 ? n : ++next;
+}
+
+constexpr int kStepSlot = 0;
+constexpr int kCommandSlot = 1;
+
 // The old state of everything one step (or one command) touched, each the first time it was touched.
 struct Record {
     // Shared with the command's record, which captures the same old state.
     std::vector<std::pair<OdDbObject*, std::shared_ptr<const ObjectState>>> touched;
-    std::unordered_set<OdDbObject*> touchedSet;
+    // Marks the objects in touched (see OdDbObject::journalMark); numbered on first need, never 0.
+    std::uint32_t number = 0;
     std::vector<Created> created;
-    std::unordered_set<OdDbObject*> createdSet;
+    ObjectSet createdSet;
     std::vector<HeaderEntry> header;
     std::optional<Handle> handseed;
 
     bool empty() const { return touched.empty() && created.empty() && header.empty() && !handseed; }
 
     // shared: the state captured for this change so far (made here on first need).
-    void touch(OdDbObject& object, std::shared_ptr<const ObjectState>& shared) {
-        if (createdSet.count(&object) || !touchedSet.insert(&object).second) return;
+    // slot: which of the object's marks this record uses (each open record uses its own).
+    void touch(OdDbObject& object, std::shared_ptr<const ObjectState>& shared, int slot) {
+        if (number == 0) number = nextRecordNumber();
+        if (object.journalMark(slot) == number || createdSet.contains(&object)) return;
+        object.setJournalMark(slot, number);
         if (!shared) shared = std::make_shared<const ObjectState>(capture(object));
         touched.emplace_back(&object, shared);
     }
     void create(OdDbObject& object) {
-        if (createdSet.insert(&object).second) {
+        if (createdSet.insert(&object)) {
             Created made;
             made.object = &object;
             created.push_back(std::move(made));
@@ -331,7 +363,7 @@ void UndoJournal::rollbackCommand() {
     }
     // The group keeps what earlier commands did; what this one made is gone (and freed with step).
     std::erase_if(s.current.created,
-                  [&](const Created& c) { return step.before.createdSet.count(c.object) != 0; });
+                  [&](const Created& c) { return step.before.createdSet.contains(c.object); });
     for (const Created& c : step.before.created) s.current.createdSet.erase(c.object);
 }
 
@@ -446,8 +478,8 @@ void UndoJournal::beforeModify(OdDbObject& object) {
     State& s = *m_state;
     if (!s.startChange()) return;
     std::shared_ptr<const ObjectState> state;
-    s.current.touch(object, state);
-    if (s.command) s.command->touch(object, state);
+    s.current.touch(object, state, kStepSlot);
+    if (s.command) s.command->touch(object, state, kCommandSlot);
 }
 
 void UndoJournal::created(OdDbObject& object) {

@@ -197,7 +197,13 @@ void runArcPass(OverkillRun& run) {
     // the order a scan over the whole list meets them.
     std::stable_sort(circleEvents.begin(), circleEvents.end(),
                      [](const CircleEvent& a, const CircleEvent& b) { return a.reference < b.reference; });
-    CircleCentreLookup lookup(run.circleIndex, std::max(e, run.settings.tolerance), largestCoordinate(run));
+    std::vector<long long> arcKeys;
+    arcKeys.reserve(arcs.size());
+    for (const ArcRecord& arc : arcs) arcKeys.push_back(radiusKey(arc.radius, run.settings.tolerance));
+    std::sort(arcKeys.begin(), arcKeys.end());
+    arcKeys.erase(std::unique(arcKeys.begin(), arcKeys.end()), arcKeys.end());
+    CircleCentreLookup lookup(run.circleIndex, arcKeys, !run.settings.compareLayer,
+                              std::max(e, run.settings.tolerance), largestCoordinate(run));
     for (const CircleEvent& event : circleEvents) {
         const long long key = radiusKey(event.arc.radius, run.settings.tolerance);
         if (lookup.hasCentre(key, event.arc.layerName, event.arc.center, e)) continue;

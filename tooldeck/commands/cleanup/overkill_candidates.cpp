@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <map>
 #include <numeric>
@@ -60,39 +61,47 @@ Interval everything() {
     return {-kInfinity, kInfinity};
 }
 
+// A sweep's sort key: an interval's start and its position in the group, small so the sort moves little.
+struct SweepStart {
+    double lo;
+    std::uint32_t position;
+};
+
 // Splits one group along one coordinate; returns false when it stays whole.
 bool sweep(const CandidateGroup& group, const SweepCoordinate& coordinate, std::vector<Interval>& intervals,
-           std::vector<CandidateGroup>& parts) {
-    struct Entry {
-        Interval interval;
-        std::size_t index;
-    };
+           std::vector<SweepStart>& starts, std::vector<CandidateGroup>& parts) {
     intervals.resize(group.size());
     coordinate(group, intervals);
-    std::vector<Entry> entries(group.size());
-    for (std::size_t k = 0; k < group.size(); ++k) {
-        Interval interval = intervals[k];
+    // Intervals that all share a point stay whole, which spares the sort in most sweeps of small groups.
+    double latestStart = -kInfinity;
+    double earliestEnd = kInfinity;
+    for (Interval& interval : intervals) {
         if (std::isnan(interval.lo) || std::isnan(interval.hi)) interval = everything();
-        entries[k] = {interval, group[k]};
+        latestStart = std::max(latestStart, interval.lo);
+        earliestEnd = std::min(earliestEnd, interval.hi);
     }
-    std::sort(entries.begin(), entries.end(),
-              [](const Entry& a, const Entry& b) { return a.interval.lo < b.interval.lo; });
+    if (latestStart <= earliestEnd) return false;
+    starts.resize(group.size());
+    for (std::size_t k = 0; k < group.size(); ++k)
+        starts[k] = {intervals[k].lo, static_cast<std::uint32_t>(k)};
+    std::sort(starts.begin(), starts.end(),
+              [](const SweepStart& a, const SweepStart& b) { return a.lo < b.lo; });
     std::size_t partCount = 1;
-    double reach = entries[0].interval.hi;
-    for (std::size_t k = 1; k < entries.size(); ++k) {
-        if (entries[k].interval.lo > reach) ++partCount;
-        reach = std::max(reach, entries[k].interval.hi);
+    double reach = intervals[starts[0].position].hi;
+    for (std::size_t k = 1; k < starts.size(); ++k) {
+        if (starts[k].lo > reach) ++partCount;
+        reach = std::max(reach, intervals[starts[k].position].hi);
     }
     if (partCount == 1) return false;
-    CandidateGroup current{entries[0].index};
-    reach = entries[0].interval.hi;
-    for (std::size_t k = 1; k < entries.size(); ++k) {
-        if (entries[k].interval.lo > reach) {
+    CandidateGroup current{group[starts[0].position]};
+    reach = intervals[starts[0].position].hi;
+    for (std::size_t k = 1; k < starts.size(); ++k) {
+        if (starts[k].lo > reach) {
             if (current.size() > 1) parts.push_back(std::move(current));
             current.clear();
         }
-        current.push_back(entries[k].index);
-        reach = std::max(reach, entries[k].interval.hi);
+        current.push_back(group[starts[k].position]);
+        reach = std::max(reach, intervals[starts[k].position].hi);
     }
     if (current.size() > 1) parts.push_back(std::move(current));
     return true;
@@ -385,6 +394,7 @@ std::vector<CandidateGroup> refineCandidateGroups(std::vector<CandidateGroup> gr
     std::vector<CandidateGroup> pending = std::move(groups);
     std::vector<CandidateGroup> parts;
     std::vector<Interval> intervals;
+    std::vector<SweepStart> starts;
     while (!pending.empty()) {
         CandidateGroup group = std::move(pending.back());
         pending.pop_back();
@@ -392,7 +402,7 @@ std::vector<CandidateGroup> refineCandidateGroups(std::vector<CandidateGroup> gr
         bool split = false;
         for (const SweepCoordinate& coordinate : coordinates) {
             parts.clear();
-            if (sweep(group, coordinate, intervals, parts)) {
+            if (sweep(group, coordinate, intervals, starts, parts)) {
                 for (CandidateGroup& part : parts) pending.push_back(std::move(part));
                 split = true;
                 break;

@@ -5,21 +5,26 @@
 
 namespace qvtd::overkill {
 
-CircleCentreLookup::CircleCentreLookup(const CircleIndex& index, double largestTolerance,
-                                       double largestCoordinate) {
+CircleCentreLookup::CircleCentreLookup(const CircleIndex& index, std::span<const long long> radiusKeys,
+                                       bool anyLayer, double largestTolerance, double largestCoordinate)
+    : m_anyLayer(anyLayer) {
     // Twice the tolerance, and coarse enough that rounding a coordinate to its cell is off by far less
     // than a cell, so an equal centre always lies in one of the 27 neighbouring cells.
     m_cellSize = 2.0 * std::max(largestTolerance, 1e-10);
     if (std::isfinite(largestCoordinate)) m_cellSize = std::max(m_cellSize, 1e-14 * largestCoordinate);
+    // Only the keys asked about: circles of other sizes can never answer.
+    std::vector<const CircleIndex::value_type*> wanted;
     std::size_t count = 0;
-    for (const auto& [radiusKey, byLayer] : index)
-        for (const auto& [layer, entries] : byLayer) count += entries.size();
-    // Every centre lands in two cells (its layer's list and its key's); growing the table as they come
-    // rehashes it a dozen times for a drawing full of circles.
-    m_cells.reserve(2 * count);
-    for (const auto& [radiusKey, byLayer] : index)
-        for (const auto& [layer, entries] : byLayer)
-            for (const CircleEntry& entry : entries) add(radiusKey, layer, entry.center);
+    for (long long key : radiusKeys)
+        if (auto found = index.find(key); found != index.end()) {
+            wanted.push_back(&*found);
+            for (const auto& [layer, entries] : found->second) count += entries.size();
+        }
+    // Growing the table as the centres come would rehash it a dozen times for a drawing full of circles.
+    m_cells.reserve((anyLayer ? 2 : 1) * count);
+    for (const auto* byKey : wanted)
+        for (const auto& [layer, entries] : byKey->second)
+            for (const CircleEntry& entry : entries) add(byKey->first, layer, entry.center);
 }
 
 std::size_t CircleCentreLookup::CellHash::operator()(const Cell& cell) const {
@@ -50,6 +55,7 @@ void CircleCentreLookup::insert(std::size_t list, const OdGePoint3d& centre) {
 
 void CircleCentreLookup::add(long long radiusKey, const std::string& layer, const OdGePoint3d& centre) {
     insert(listOf(radiusKey, layer), centre);
+    if (!m_anyLayer) return;
     auto [found, added] = m_keyLists.try_emplace(radiusKey, m_listCount);
     if (added) ++m_listCount;
     insert(found->second, centre);

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -15,9 +16,12 @@ namespace qvtd::overkill {
 
 class CircleCentreLookup {
 public:
-    // Takes every circle of the index; queries may use any tolerance up to largestTolerance, and no
-    // centre ever asked about or added lies farther than largestCoordinate from the origin on any axis.
-    CircleCentreLookup(const CircleIndex& index, double largestTolerance, double largestCoordinate);
+    // Takes the circles of the index under the given radius keys (sorted, the only keys ever asked
+    // about or added); queries may use any tolerance up to largestTolerance, and no centre ever asked
+    // about or added lies farther than largestCoordinate from the origin on any axis. Without anyLayer,
+    // hasCentreOnAnyLayer finds nothing.
+    CircleCentreLookup(const CircleIndex& index, std::span<const long long> radiusKeys, bool anyLayer,
+                       double largestTolerance, double largestCoordinate);
 
     // A circle under the radius key and layer whose centre is within tolerance of centre.
     bool hasCentre(long long radiusKey, const std::string& layer, const OdGePoint3d& centre,
@@ -43,6 +47,7 @@ private:
     bool hasCentreIn(std::size_t list, const OdGePoint3d& centre, double tolerance) const;
     void insert(std::size_t list, const OdGePoint3d& centre);
 
+    bool m_anyLayer = false;
     double m_cellSize = 0.0;
     std::map<std::pair<long long, std::string>, std::size_t> m_layerLists;
     std::map<long long, std::size_t> m_keyLists;

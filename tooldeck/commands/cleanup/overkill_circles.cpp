@@ -3,6 +3,7 @@
 #include "tooldeck/commands/cleanup/overkill_candidates.h"
 #include "tooldeck/commands/cleanup/overkill_erase_log.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace qvtd::overkill {
@@ -21,15 +22,14 @@ bool circlesDuplicate(const OverkillSettings& settings, const CircleRecord& a, c
 }
 
 void removeCircles(OverkillRun& run, const std::vector<char>& erased) {
+    if (std::find(erased.begin(), erased.end(), 1) == erased.end()) return;
     std::vector<std::size_t> renumbered(run.circles.size(), 0);
     std::size_t kept = 0;
     for (std::size_t k = 0; k < run.circles.size(); ++k)
         if (!erased[k]) renumbered[k] = kept++;
     for (auto& [key, byLayer] : run.circleIndex)
         for (auto& [layer, entries] : byLayer) {
-            std::vector<char> gone(entries.size(), 0);
-            for (std::size_t k = 0; k < entries.size(); ++k) gone[k] = erased[entries[k].record];
-            removeFlagged(entries, gone);
+            std::erase_if(entries, [&](const CircleEntry& entry) { return erased[entry.record] != 0; });
             for (CircleEntry& entry : entries) entry.record = renumbered[entry.record];
         }
     removeFlagged(run.circles, erased);
@@ -39,6 +39,7 @@ void runCirclePass(OverkillRun& run) {
     std::vector<char> erased(run.circles.size(), 0);
     for (auto& [key, byLayer] : run.circleIndex)
         for (auto& [layer, entries] : byLayer) {
+            if (entries.size() < 2) continue;
             EraseLog log;
             for (const CandidateGroup& group : circleCandidateGroups(run.settings, run.circles, entries))
                 for (std::size_t position = 0; position < group.size(); ++position) {

@@ -9,7 +9,9 @@
 #include "qvad/db/entities/OdDbPolyline.h"
 #include "qvad/ge/ocs.h"
 
+#include <atomic>
 #include <cmath>
+#include <future>
 #include <typeinfo>
 #include <unordered_map>
 
@@ -138,71 +140,143 @@ PolylineRecord threeDRecord(const OdDb3dPolyline& polyline) {
 
 } // namespace
 
-void collectSelection(const qv_name selection, OverkillWork& work) {
-    OverkillRun& run = work.run;
-    long length = 0;
-    if (qvedSSLength(selection, &length) != QV_NORM || length < 2) return;
-    RecordCache cache;
-    std::unordered_map<const OdRxClass*, std::size_t> bucketOf;
-    bool firstRead = true;
-    for (long i = 0; i < length; ++i) {
-        qv_name name = {0, 0};
-        if (qvedSSName(selection, i, name) != QV_NORM) continue;
-        // The data list guards the object: what the host cannot describe is not touched.
-        qv_resbuf* list = nullptr;
-        if (qvdbEntGet(name, &list) != QV_NORM || !list) continue;
-        qvutRelRb(list);
+namespace {
+
+// The picked objects with their guards: the command thread fills it in order and publishes how far it
+// got; the reading thread follows behind.
+class GuardedSelection {
+public:
+    explicit GuardedSelection(std::size_t length) : m_names(length), m_passed(length, 0) {}
+
+    std::size_t size() const { return m_names.size(); }
+
+    // Runs on the command thread: the host's calls stay there.
+    void guardAll(const qv_name selection) {
+        constexpr std::size_t kPublishEvery = 4096;
+        for (std::size_t i = 0; i < m_names.size(); ++i) {
+            qv_name& name = m_names[i].value;
+            qv_resbuf* list = nullptr;
+            if (qvedSSName(selection, static_cast<long>(i), name) == QV_NORM &&
+                qvdbEntGet(name, &list) == QV_NORM && list)
+                m_passed[i] = 1;
+            qvutRelRb(list);
+            if ((i + 1) % kPublishEvery == 0) publish(i + 1);
+        }
+        publish(m_names.size());
+    }
+
+    // Waits until the first count objects have been guarded.
+    void waitUntil(std::size_t count) {
+        std::size_t ready = m_ready.load(std::memory_order_acquire);
+        while (ready < count) {
+            m_ready.wait(ready, std::memory_order_acquire);
+            ready = m_ready.load(std::memory_order_acquire);
+        }
+    }
+
+    // Object i once waitUntil has seen it guarded: whether it passed, and its name.
+    bool passed(std::size_t i) const { return m_passed[i] != 0; }
+    const qv_name& name(std::size_t i) const { return m_names[i].value; }
+
+private:
+    void publish(std::size_t count) {
+        m_ready.store(count, std::memory_order_release);
+        m_ready.notify_all();
+    }
+
+    struct Name {
+        qv_name value = {0, 0};
+    };
+    std::vector<Name> m_names;
+    std::vector<char> m_passed;
+    std::atomic<std::size_t> m_ready{0};
+};
+
+// Sorts one object into the run's lists or a class bucket. Only reads the drawing.
+class RecordReader {
+public:
+    explicit RecordReader(OverkillWork& work) : m_work(work), m_run(work.run) {}
+
+    void read(const qv_name name) {
         OdDbObjectId id;
         OdDbEntity* entity = nullptr;
-        if (oddbGetObjectId(id, name) != eOk || oddbOpenOdDbEntity(entity, id, OdDb::kForRead) != eOk)
-            continue;
-        if (firstRead) {
-            work.database = id.database();
+        if (oddbGetObjectId(id, name) != eOk || oddbOpenOdDbEntity(entity, id, OdDb::kForRead) != eOk) return;
+        if (!m_work.database) {
+            m_work.database = id.database();
             OdDbObject* space = nullptr;
             if (oddbOpenOdDbObject(space, entity->blockId()) == eOk)
-                work.spaceName = static_cast<const OdDbSymbolTableRecord&>(*space).getName();
-            firstRead = false;
+                m_work.spaceName = static_cast<const OdDbSymbolTableRecord&>(*space).getName();
         }
-        const RecordCache::LayerState& layer = cache.layer(*entity);
-        if (!layer.usable) continue;
+        const RecordCache::LayerState& layer = m_cache.layer(*entity);
+        if (layer.usable) sort(*entity, layer.handle);
+    }
 
-        const std::type_info& kind = typeid(*entity);
-        const ObjectKey key = entity->handle();
+private:
+    void sort(const OdDbEntity& entity, qvad::Handle layer) {
+        OverkillRun& run = m_run;
+        const std::type_info& kind = typeid(entity);
+        const ObjectKey key = entity.handle();
         if (kind == typeid(OdDbLine)) {
-            const auto& line = static_cast<const OdDbLine&>(*entity);
-            run.lines.push_back({key, propertiesOf(*entity, layer.handle, cache), line.startPoint(),
+            const auto& line = static_cast<const OdDbLine&>(entity);
+            run.lines.push_back({key, propertiesOf(entity, layer, m_cache), line.startPoint(),
                                  line.endPoint(), line.normal(), line.thickness()});
         } else if (kind == typeid(OdDbArc)) {
-            const auto& arc = static_cast<const OdDbArc&>(*entity);
-            run.arcs.push_back({key, propertiesOf(*entity, layer.handle, cache), std::string(arc.layer()),
+            const auto& arc = static_cast<const OdDbArc&>(entity);
+            run.arcs.push_back({key, propertiesOf(entity, layer, m_cache), std::string(arc.layer()),
                                 arc.centerWcs(), arc.radius(), angleInOneTurn(arc.startAngle()),
-                                angleInOneTurn(arc.endAngle()), arc.normal(),
-                                arc.thickness()});
+                                angleInOneTurn(arc.endAngle()), arc.normal(), arc.thickness()});
         } else if (kind == typeid(OdDbCircle)) {
-            const auto& circle = static_cast<const OdDbCircle&>(*entity);
-            addCircle(run, {key, propertiesOf(*entity, layer.handle, cache), std::string(circle.layer()),
-                            circle.centerWcs(), circle.radius(), circle.normal(), circle.thickness()});
+            // The circle index is built once all are read.
+            const auto& circle = static_cast<const OdDbCircle&>(entity);
+            run.circles.push_back({key, propertiesOf(entity, layer, m_cache), std::string(circle.layer()),
+                                   circle.centerWcs(), circle.radius(), circle.normal(), circle.thickness()});
         } else if (kind == typeid(OdDbPolyline) || kind == typeid(OdDb2dPolyline) ||
                    kind == typeid(OdDb3dPolyline)) {
-            if (!run.settings.processPolylines) continue;
+            if (!run.settings.processPolylines) return;
             PolylineRecord record =
-                kind == typeid(OdDbPolyline) ? lightweightRecord(static_cast<const OdDbPolyline&>(*entity))
-                : kind == typeid(OdDb2dPolyline) ? twoDRecord(static_cast<const OdDb2dPolyline&>(*entity))
-                                                 : threeDRecord(static_cast<const OdDb3dPolyline&>(*entity));
+                kind == typeid(OdDbPolyline)     ? lightweightRecord(static_cast<const OdDbPolyline&>(entity))
+                : kind == typeid(OdDb2dPolyline) ? twoDRecord(static_cast<const OdDb2dPolyline&>(entity))
+                                                 : threeDRecord(static_cast<const OdDb3dPolyline&>(entity));
             record.key = key;
-            record.props = propertiesOf(*entity, layer.handle, cache);
+            record.props = propertiesOf(entity, layer, m_cache);
             auto& list = record.kind == PolylineKind::Lightweight ? run.lightweightPolylines
                          : record.kind == PolylineKind::TwoD      ? run.twoDPolylines
                                                                   : run.threeDPolylines;
             list.push_back(std::move(record));
         } else {
-            const OdRxClass* type = entity->isA();
-            auto [at, fresh] = bucketOf.try_emplace(type, work.buckets.size());
-            if (fresh) work.buckets.emplace_back(type, std::vector<BucketMember>{});
-            work.buckets[at->second].second.push_back(
-                {key, propertiesOf(*entity, layer.handle, cache), entity});
+            const OdRxClass* type = entity.isA();
+            auto [at, fresh] = m_bucketOf.try_emplace(type, m_work.buckets.size());
+            if (fresh) m_work.buckets.emplace_back(type, std::vector<BucketMember>{});
+            m_work.buckets[at->second].second.push_back({key, propertiesOf(entity, layer, m_cache), &entity});
         }
     }
+
+    OverkillWork& m_work;
+    OverkillRun& m_run;
+    RecordCache m_cache;
+    std::unordered_map<const OdRxClass*, std::size_t> m_bucketOf;
+};
+
+} // namespace
+
+void collectSelection(const qv_name selection, OverkillWork& work) {
+    long length = 0;
+    if (qvedSSLength(selection, &length) != QV_NORM || length < 2) return;
+    // Each object is guarded through the host, then read through the drawing library, which takes
+    // longer. The guards stay on this thread with the host's other calls; a second thread follows
+    // behind them, reading each object in selection order once its guard is known. It only ever reads
+    // the drawing.
+    GuardedSelection guarded(static_cast<std::size_t>(length));
+    auto reading = std::async(std::launch::async, [&guarded, &work] {
+        RecordReader reader(work);
+        for (std::size_t i = 0; i < guarded.size(); ++i) {
+            guarded.waitUntil(i + 1);
+            if (guarded.passed(i)) reader.read(guarded.name(i));
+        }
+    });
+    guarded.guardAll(selection);
+    reading.get();
+    buildCircleIndex(work.run);
 }
 
 } // namespace qvtd::overkill

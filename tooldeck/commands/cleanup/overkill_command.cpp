@@ -7,9 +7,10 @@
 #include "tooldeck/commands/cleanup/overkill_apply.h"
 #include "tooldeck/commands/cleanup/overkill_collect.h"
 #include "tooldeck/commands/cleanup/overkill_curve_passes.h"
-#include "tooldeck/commands/cleanup/overkill_polylines.h"
 #include "tooldeck/module/ResourceText.h"
 #include "tooldeck/module/command_handlers.h"
+
+#include <exception>
 
 namespace qvtd::cmd {
 
@@ -49,13 +50,22 @@ void cmd_Overkill() {
 
     OverkillWork work;
     work.run.settings = settings;
-    collectSelection(selection.name(), work);
-    runCurvePasses(work.run);
-    runPolylinePasses(work.run);
-    for (auto& [type, members] : work.buckets) runBucketPass(members, settings, work.run.edits);
-
-    if (work.database)
-        applyEdits(*work.database, work.run.edits, work.spaceName, comparisonTolerance(settings));
+    // Only running out of memory can throw here; it must not reach the host.
+    try {
+        collectSelection(selection.name(), work);
+        runCurveAndPolylinePasses(work.run);
+        for (auto& [type, members] : work.buckets) runBucketPass(members, settings, work.run.edits);
+    } catch (const std::exception&) {
+        qvutPrintf("\nNot enough memory to compare these objects; the drawing is unchanged.");
+        return;
+    }
+    try {
+        if (work.database)
+            applyEdits(*work.database, work.run.edits, work.spaceName, comparisonTolerance(settings));
+    } catch (const std::exception&) {
+        qvutPrintf("\nNot enough memory to finish; UNDO takes back what was changed.");
+        return;
+    }
     report(work.run.edits.erasedTally, kDuplicatesDeleted, "duplicate objects deleted");
     report(work.run.edits.coveredArcsTally, kArcsCovered, "arcs removed because a circle covers them");
 }

@@ -6,15 +6,37 @@
 
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 namespace qvtd::overkill {
 namespace {
 
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 
-OdGePoint3d pointOnCircle(const OdGePoint3d& center, double radius, double angle,
-                          const OdGeVector3d& normal) {
-    return center + ocsToWcs(OdGeVector3d(radius * std::cos(angle), radius * std::sin(angle), 0.0), normal);
+// The plane of a polyline's normal, worked out once per polyline rather than once per point; the
+// sums below are the ones the plane conversions make, so the results do not change by a bit.
+struct Plane {
+    explicit Plane(const OdGeVector3d& normal) : axes(ocsAxes(normal)), unitNormal(normal.normal()) {}
+
+    OdGeVector3d toPlane(const OdGeVector3d& v) const {
+        return {v.dotProduct(axes.xAxis), v.dotProduct(axes.yAxis), v.dotProduct(axes.zAxis)};
+    }
+    OdGePoint3d toPlane(const OdGePoint3d& point) const {
+        return OdGePoint3d::kOrigin + toPlane(point.asVector());
+    }
+    OdGeVector3d toWorld(const OdGeVector3d& v) const {
+        return axes.xAxis * v.x + axes.yAxis * v.y + axes.zAxis * v.z;
+    }
+    OdGePoint3d toWorld(const OdGePoint3d& point) const {
+        return OdGePoint3d::kOrigin + toWorld(point.asVector());
+    }
+
+    OcsAxes axes;
+    OdGeVector3d unitNormal;
+};
+
+OdGePoint3d pointOnCircle(const OdGePoint3d& center, double radius, double angle, const Plane& plane) {
+    return center + plane.toWorld(OdGeVector3d(radius * std::cos(angle), radius * std::sin(angle), 0.0));
 }
 
 PolylineSegment straightSegment(const OdGePoint3d& start, const OdGePoint3d& end) {
@@ -25,13 +47,13 @@ PolylineSegment straightSegment(const OdGePoint3d& start, const OdGePoint3d& end
     return segment;
 }
 
-PolylineSegment segmentBetween(const PolylineRecord& polyline, const PolylineVertex& from,
+PolylineSegment segmentBetween(const PolylineRecord& polyline, const Plane* plane, const PolylineVertex& from,
                                const PolylineVertex& to, double e) {
     if (polyline.kind == PolylineKind::ThreeD) return straightSegment(from.point, to.point);
     if (from.bulge == 0.0) return straightSegment(from.point, to.point);
     // Bulges turn in the plane of the polyline's normal, so the arc is found in that plane.
-    const OdGePoint3d a = wcsToOcs(from.point, polyline.normal);
-    const OdGePoint3d b = wcsToOcs(to.point, polyline.normal);
+    const OdGePoint3d a = plane->toPlane(from.point);
+    const OdGePoint3d b = plane->toPlane(to.point);
     const auto arc = arcFromBulge(a.convert2d(), b.convert2d(), from.bulge, OdGeTol(e));
     if (!arc) return straightSegment(from.point, to.point);
 
@@ -39,14 +61,14 @@ PolylineSegment segmentBetween(const PolylineRecord& polyline, const PolylineVer
     segment.isArc = true;
     segment.start = from.point;
     segment.end = to.point;
-    segment.normal = polyline.normal.normal();
-    segment.center = ocsToWcs(OdGePoint3d(arc->center, a.z), polyline.normal);
+    segment.normal = plane->unitNormal;
+    segment.center = plane->toWorld(OdGePoint3d(arc->center, a.z));
     segment.radius = arc->radius;
     const double sweep = arc->sweep();
     segment.spanStart = normalizeAngle(sweep > 0.0 ? arc->startAngle : arc->endAngle);
     segment.span = std::abs(sweep);
-    segment.middle = pointOnCircle(segment.center, segment.radius, segment.spanStart + segment.span / 2.0,
-                                   polyline.normal);
+    segment.middle =
+        pointOnCircle(segment.center, segment.radius, segment.spanStart + segment.span / 2.0, *plane);
     return segment;
 }
 
@@ -55,6 +77,7 @@ PolylineSegment segmentBetween(const PolylineRecord& polyline, const PolylineVer
 SplitPolyline splitPolyline(const PolylineRecord& polyline, double e) {
     const OdGeTol tol(e);
     SplitPolyline split;
+    split.vertices.reserve(polyline.vertices.size());
     for (const PolylineVertex& vertex : polyline.vertices) {
         if (!split.vertices.empty() && split.vertices.back().point.isEqualTo(vertex.point, tol)) {
             // The segment that leaves the dropped vertex now leaves the one kept in its place.
@@ -88,9 +111,15 @@ std::vector<PolylineSegment> segmentsThrough(const PolylineRecord& polyline,
     if (count < 2) return segments;
     const std::size_t segmentCount = polyline.closed ? count : count - 1;
     segments.reserve(segmentCount);
-    for (std::size_t i = 0; i < segmentCount; ++i)
+    // Only arc segments need the plane, and most polylines have none.
+    std::optional<Plane> plane;
+    for (std::size_t i = 0; i < segmentCount; ++i) {
+        const PolylineVertex& from = vertices[i];
+        if (!plane && polyline.kind != PolylineKind::ThreeD && from.bulge != 0.0)
+            plane.emplace(polyline.normal);
         segments.push_back(
-            segmentBetween(polyline, polyline.vertices[i], polyline.vertices[(i + 1) % count], e));
+            segmentBetween(polyline, plane ? &*plane : nullptr, from, vertices[(i + 1) % count], e));
+    }
     return segments;
 }
 
@@ -118,8 +147,9 @@ bool arcOnArcSegment(const PolylineSegment& reference, const OdGePoint3d& center
     // Angles of the three points from the segment's start, in its own plane; the other arc's own plane
     // may face the other way, so its points, not its angles, are what count.
     const double slack = e / reference.radius;
+    const Plane plane(reference.normal);
     auto relativeAngle = [&](const OdGePoint3d& point) {
-        const OdGeVector3d local = wcsToOcs(point - reference.center, reference.normal);
+        const OdGeVector3d local = plane.toPlane(point - reference.center);
         double angle = normalizeAngle(std::atan2(local.y, local.x) - reference.spanStart);
         if (angle > kTwoPi - slack) angle -= kTwoPi;
         return angle;
@@ -146,9 +176,10 @@ bool segmentCovers(const PolylineSegment& reference, const PolylineSegment& othe
 bool arcPoints(const ArcRecord& arc, ArcPoints& points) {
     const double span = arcIncludedAngle(arc.startAngle, arc.endAngle);
     if (!(span > 0.0) || !(arc.radius > 0.0)) return false;
-    points.start = pointOnCircle(arc.center, arc.radius, arc.startAngle, arc.normal);
-    points.middle = pointOnCircle(arc.center, arc.radius, arc.startAngle + span / 2.0, arc.normal);
-    points.end = pointOnCircle(arc.center, arc.radius, arc.endAngle, arc.normal);
+    const Plane plane(arc.normal);
+    points.start = pointOnCircle(arc.center, arc.radius, arc.startAngle, plane);
+    points.middle = pointOnCircle(arc.center, arc.radius, arc.startAngle + span / 2.0, plane);
+    points.end = pointOnCircle(arc.center, arc.radius, arc.endAngle, plane);
     return true;
 }
 

@@ -113,19 +113,28 @@ void erase(ObjectKey key, OverkillEdits& edits) {
 }
 
 double medianSegmentLength(const std::vector<PassPolyline>& polylines, const std::vector<LineRecord>& lines) {
-    // Lengths that are not numbers would leave the order undefined.
-    std::vector<double> lengths;
-    const auto note = [&lengths](double length) {
-        if (std::isfinite(length)) lengths.push_back(length);
+    // Squared lengths have the same median and spare a root per segment; ones that are not numbers
+    // would leave the order undefined.
+    std::vector<double> squares;
+    const auto note = [&squares](const OdGePoint3d& a, const OdGePoint3d& b) {
+        const double square = (b - a).lengthSqrd();
+        if (std::isfinite(square)) squares.push_back(square);
     };
     for (const PassPolyline& polyline : polylines)
-        for (const PolylineSegment& segment : polyline.segments) note(segment.start.distanceTo(segment.end));
-    for (const LineRecord& line : lines) note(line.start.distanceTo(line.end));
-    if (lengths.empty()) return 0.0;
-    const auto middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
-    std::nth_element(lengths.begin(), middle, lengths.end());
-    return *middle;
+        for (const PolylineSegment& segment : polyline.segments) note(segment.start, segment.end);
+    for (const LineRecord& line : lines) note(line.start, line.end);
+    if (squares.empty()) return 0.0;
+    const auto middle = squares.begin() + static_cast<std::ptrdiff_t>(squares.size() / 2);
+    std::nth_element(squares.begin(), middle, squares.end());
+    return std::sqrt(*middle);
 }
+
+// Grids searched along segments want cubes a few typical segments long, so that a search visits few
+// cubes; grids searched only near points (within 2e) want cubes that hold few points each.
+struct CellSizes {
+    double segmentSearch;
+    double pointSearch;
+};
 
 void sortUnique(std::vector<std::uint32_t>& values) {
     std::sort(values.begin(), values.end());
@@ -133,10 +142,10 @@ void sortUnique(std::vector<std::uint32_t>& values) {
 }
 
 void comparePolylinesOfPass(const OverkillSettings& settings, std::vector<PassPolyline>& polylines,
-                            OverkillEdits& edits, double cellSize, double e) {
-    PointGrid straightStarts(cellSize);
-    PointGrid arcCentres(cellSize);
-    PointGrid vertices(cellSize);
+                            OverkillEdits& edits, const CellSizes& cells, double e) {
+    PointGrid straightStarts(cells.segmentSearch);
+    PointGrid arcCentres(cells.pointSearch);
+    PointGrid vertices(cells.pointSearch);
     for (std::uint32_t index = 0; index < polylines.size(); ++index) {
         const PassPolyline& polyline = polylines[index];
         if (polyline.erased) continue;
@@ -162,9 +171,11 @@ void comparePolylinesOfPass(const OverkillSettings& settings, std::vector<PassPo
         }
         for (const PolylineVertex& vertex : polylines[index].record.vertices)
             vertices.findNearPoint(vertex.point, reach, found);
+        // Earlier polylines were the reference already; dropping them first keeps the sort short.
+        std::erase_if(found, [index](std::uint32_t other) { return other <= index; });
         sortUnique(found);
         for (const std::uint32_t later : found) {
-            if (later <= index || polylines[later].erased) continue;
+            if (polylines[later].erased) continue;
             const PolylineVerdict verdict = comparePolylines(settings, polylines[index], polylines[later]);
             applyVerdict(verdict, polylines[later], edits, e);
         }
@@ -203,8 +214,10 @@ void eraseRecordsOnPolylines(const std::vector<PassPolyline>& polylines, std::ve
 }
 
 void eraseLinesOnPolylines(const OverkillSettings& settings, const std::vector<PassPolyline>& polylines,
-                           std::vector<LineRecord>& lines, OverkillEdits& edits, double cellSize, double e) {
-    PointGrid starts(cellSize);
+                           std::vector<LineRecord>& lines, OverkillEdits& edits, const CellSizes& cells,
+                           double e) {
+    PointGrid starts(cells.segmentSearch);
+    starts.reserve(lines.size());
     for (std::uint32_t index = 0; index < lines.size(); ++index) starts.add(lines[index].start, index);
     eraseRecordsOnPolylines(
         polylines, lines, edits, false,
@@ -217,8 +230,10 @@ void eraseLinesOnPolylines(const OverkillSettings& settings, const std::vector<P
 }
 
 void eraseArcsOnPolylines(const OverkillSettings& settings, const std::vector<PassPolyline>& polylines,
-                          std::vector<ArcRecord>& arcs, OverkillEdits& edits, double cellSize, double e) {
-    PointGrid centres(cellSize);
+                          std::vector<ArcRecord>& arcs, OverkillEdits& edits, const CellSizes& cells,
+                          double e) {
+    PointGrid centres(cells.pointSearch);
+    centres.reserve(arcs.size());
     for (std::uint32_t index = 0; index < arcs.size(); ++index) centres.add(arcs[index].center, index);
     eraseRecordsOnPolylines(
         polylines, arcs, edits, true,
@@ -232,20 +247,43 @@ void eraseArcsOnPolylines(const OverkillSettings& settings, const std::vector<Pa
 
 void runPass(OverkillRun& run, std::vector<PolylineRecord>& list, bool meetsLines, bool meetsArcs) {
     if (list.empty()) return;
-    const double e = comparisonTolerance(run.settings);
-    std::vector<PassPolyline> polylines = preparePolylines(std::move(list), run.edits, e);
-    static const std::vector<LineRecord> noLines;
-    // Cubes a few typical segments long keep both the cubes a search visits and the points in each of
-    // them few (four measured best on large drawings); they must not be smaller than the search reach.
-    const double cellSize =
-        std::max(4.0 * e, 4.0 * medianSegmentLength(polylines, meetsLines ? run.lines : noLines));
-    comparePolylinesOfPass(run.settings, polylines, run.edits, cellSize, e);
-    if (meetsLines) eraseLinesOnPolylines(run.settings, polylines, run.lines, run.edits, cellSize, e);
-    if (meetsArcs) eraseArcsOnPolylines(run.settings, polylines, run.arcs, run.edits, cellSize, e);
-    list = survivingPolylines(std::move(polylines));
+    finishPolylinePass(run, startPolylinePass(run.settings, std::move(list)), list, meetsLines, meetsArcs);
+}
+
+// Four typical segments for the segment searches and one for the point searches measured best on
+// large drawings; cubes must not be smaller than the search reach. Only the speed depends on them.
+CellSizes cellSizesFor(const std::vector<PassPolyline>& polylines, const std::vector<LineRecord>& lines,
+                       double e) {
+    const double typical = medianSegmentLength(polylines, lines);
+    return {std::max(4.0 * e, 4.0 * typical), std::max(4.0 * e, typical)};
 }
 
 } // namespace
+
+PolylinePassStart startPolylinePass(const OverkillSettings& settings, std::vector<PolylineRecord> list) {
+    PolylinePassStart start;
+    if (list.empty()) return start;
+    const double e = comparisonTolerance(settings);
+    start.polylines = preparePolylines(std::move(list), start.edits, e);
+    comparePolylinesOfPass(settings, start.polylines, start.edits, cellSizesFor(start.polylines, {}, e), e);
+    return start;
+}
+
+void finishPolylinePass(OverkillRun& run, PolylinePassStart&& start, std::vector<PolylineRecord>& list,
+                        bool meetsLines, bool meetsArcs) {
+    appendEdits(run.edits, std::move(start.edits));
+    std::vector<PassPolyline>& polylines = start.polylines;
+    if (polylines.empty()) {
+        list.clear();
+        return;
+    }
+    const double e = comparisonTolerance(run.settings);
+    static const std::vector<LineRecord> noLines;
+    const CellSizes cells = cellSizesFor(polylines, meetsLines ? run.lines : noLines, e);
+    if (meetsLines) eraseLinesOnPolylines(run.settings, polylines, run.lines, run.edits, cells, e);
+    if (meetsArcs) eraseArcsOnPolylines(run.settings, polylines, run.arcs, run.edits, cells, e);
+    list = survivingPolylines(std::move(polylines));
+}
 
 void runPolylinePasses(OverkillRun& run) {
     runPass(run, run.lightweightPolylines, true, true);

@@ -47,4 +47,17 @@ bool arcOnPolyline(const OverkillSettings& settings, const PassPolyline& polylin
 // The survivors of a pass, in list order.
 std::vector<PolylineRecord> survivingPolylines(std::vector<PassPolyline>&& polylines);
 
+// One pass in two steps. The first needs only the pass's own polylines (splitting, then polyline
+// against polyline), so it may run while the line and arc passes do; the second meets what those
+// passes left of the line and arc lists.
+struct PolylinePassStart {
+    std::vector<PassPolyline> polylines;
+    OverkillEdits edits; // what splitting and comparing erased and rebuilt
+};
+PolylinePassStart startPolylinePass(const OverkillSettings& settings, std::vector<PolylineRecord> list);
+// Appends start.edits to run.edits, erases the lines (meetsLines) and arcs (meetsArcs) lying on the
+// survivors, and leaves the survivors in list.
+void finishPolylinePass(OverkillRun& run, PolylinePassStart&& start, std::vector<PolylineRecord>& list,
+                        bool meetsLines, bool meetsArcs);
+
 } // namespace qvtd::overkill

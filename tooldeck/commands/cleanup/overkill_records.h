@@ -117,6 +117,9 @@ struct OverkillEdits {
     int coveredArcsTally = 0;
 };
 
+// Appends the edits of a pass that came later; the changed geometry of the two never overlaps.
+void appendEdits(OverkillEdits& into, OverkillEdits&& later);
+
 // One run's working collections (the class buckets are kept by the command, as they need the
 // objects themselves). A pass removes what it erases from its lists; changed geometry is written
 // back into the surviving records as well as into edits.
@@ -135,5 +138,7 @@ struct OverkillRun {
 // The collection step's circle index insertion: appends the circle to run.circles and enters it in
 // the index under its radius key and layer name.
 void addCircle(OverkillRun& run, const CircleRecord& circle);
+// The circle index of every circle in run.circles, as adding them one by one in order would make it.
+void buildCircleIndex(OverkillRun& run);
 
 } // namespace qvtd::overkill

@@ -1,5 +1,7 @@
 #include "overkill_polyline_builders.h"
 #include "overkill_polyline_pairwise.h"
+#include "overkill_test_drawing.h"
+#include "tooldeck/commands/cleanup/overkill_curve_passes.h"
 #include "tooldeck/commands/cleanup/overkill_point_grid.h"
 #include "tooldeck/commands/cleanup/overkill_polyline_segments.h"
 #include "tooldeck/commands/cleanup/overkill_polylines.h"
@@ -187,6 +189,45 @@ TEST(OverkillPolyEquivalence, GroupedPassesMatchEveryPairOnRandomDrawings) {
     // The drawings must actually exercise the rules, or the comparison proves nothing.
     EXPECT_GT(erasedOverall, 24 * 40);
     EXPECT_GT(changedOverall, 24 * 3);
+}
+
+TEST(OverkillPolyEquivalence, PassesSideBySideMatchPassesOneAfterAnother) {
+    int erasedOverall = 0;
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        const double tolerance = seed % 3 == 0 ? 0.01 : (seed % 3 == 1 ? 1e-6 : 0.0);
+        OverkillRun together = RandomDrawing(seed, tolerance).make();
+        // Circles on some arcs (covering them) and copies of some lines, so every curve pass has work.
+        for (std::size_t k = 0; k < together.arcs.size(); k += 3) {
+            CircleRecord circle = makeCircle(100000 + k, together.arcs[k].center, together.arcs[k].radius);
+            circle.layerName = together.arcs[k].layerName;
+            circle.props = together.arcs[k].props;
+            addCircle(together, circle);
+            if (k % 2 == 0) addCircle(together, circle);
+        }
+        for (std::size_t k = 0, count = together.lines.size(); k < count; k += 4) {
+            LineRecord copy = together.lines[k];
+            copy.key = 200000 + k;
+            together.lines.push_back(copy);
+        }
+        OverkillRun oneAfterAnother = together;
+        runCurveAndPolylinePasses(together);
+        runCurvePasses(oneAfterAnother);
+        const std::vector<ObjectKey> curvesErased = oneAfterAnother.edits.erased;
+        runPolylinePasses(oneAfterAnother);
+        // The curve passes come first, whatever thread did what.
+        ASSERT_GE(together.edits.erased.size(), curvesErased.size());
+        EXPECT_TRUE(std::equal(curvesErased.begin(), curvesErased.end(), together.edits.erased.begin()));
+        expectSameEdits(together.edits, oneAfterAnother.edits);
+        EXPECT_EQ(together.edits.coveredArcsTally, oneAfterAnother.edits.coveredArcsTally);
+        EXPECT_EQ(together.edits.changedLines.size(), oneAfterAnother.edits.changedLines.size());
+        EXPECT_EQ(together.edits.changedArcs.size(), oneAfterAnother.edits.changedArcs.size());
+        EXPECT_EQ(together.edits.newCircles.size(), oneAfterAnother.edits.newCircles.size());
+        EXPECT_EQ(together.circles.size(), oneAfterAnother.circles.size());
+        EXPECT_TRUE(together.lines.empty() && together.arcs.empty() && together.lightweightPolylines.empty());
+        erasedOverall += oneAfterAnother.edits.erasedTally;
+    }
+    EXPECT_GT(erasedOverall, 12 * 40);
 }
 
 TEST(OverkillPolyEquivalence, GridFindsEveryPointNearASegment) {

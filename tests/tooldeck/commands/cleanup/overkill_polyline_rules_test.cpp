@@ -138,6 +138,17 @@ TEST(OverkillPolyRules, ZeroLengthSegmentsAreDroppedAndEmptyPolylinesErased) {
     EXPECT_EQ(cornersOf(run.edits.changedPolylines.at(3)), (Corners{{20, 0, 0}, {30, 0, 0}, {30, 10, 0}}));
 }
 
+TEST(OverkillPolyRules, SegmentsAfterADroppedVertexAreTheRebuiltOnes) {
+    // Without its repeated first vertex the polyline runs 0-10-20; its last segment must still be there
+    // to cover the line from 12 to 18.
+    OverkillRun run = lightweightRun({polyline(1, {{0, 0}, {0, 0}, {10, 0}, {20, 0}})});
+    run.lines = {line(11, 12, 0, 18, 0)};
+    runPolylinePasses(run);
+    EXPECT_EQ(run.edits.erased, (std::vector<ObjectKey>{11}));
+    ASSERT_EQ(run.edits.changedPolylines.size(), 1u);
+    EXPECT_EQ(cornersOf(run.edits.changedPolylines.at(1)), (Corners{{0, 0, 0}, {10, 0, 0}, {20, 0, 0}}));
+}
+
 TEST(OverkillPolyRules, LinesAndArcsLyingOnSegmentsAreErased) {
     OverkillRun run = lightweightRun({polyline(1, {{0, 0}, {10, 0, 1}, {20, 0}})});
     Properties otherLayer;
