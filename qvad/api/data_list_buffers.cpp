@@ -99,7 +99,7 @@ BufferValue bufferValueOf(int code) {
 char* hostString(std::string_view text) {
     auto* copy = static_cast<char*>(qvad_malloc(text.size() + 1));
     if (!copy) throw std::bad_alloc();
-    std::memcpy(copy, text.data(), text.size());
+    if (!text.empty()) std::memcpy(copy, text.data(), text.size());
     copy[text.size()] = '\0';
     return copy;
 }
