@@ -245,11 +245,6 @@ void eraseArcsOnPolylines(const OverkillSettings& settings, const std::vector<Pa
         });
 }
 
-void runPass(OverkillRun& run, std::vector<PolylineRecord>& list, bool meetsLines, bool meetsArcs) {
-    if (list.empty()) return;
-    finishPolylinePass(run, startPolylinePass(run.settings, std::move(list)), list, meetsLines, meetsArcs);
-}
-
 // Four typical segments for the segment searches and one for the point searches measured best on
 // large drawings; cubes must not be smaller than the search reach. Only the speed depends on them.
 CellSizes cellSizesFor(const std::vector<PassPolyline>& polylines, const std::vector<LineRecord>& lines,
@@ -258,9 +253,7 @@ CellSizes cellSizesFor(const std::vector<PassPolyline>& polylines, const std::ve
     return {std::max(4.0 * e, 4.0 * typical), std::max(4.0 * e, typical)};
 }
 
-} // namespace
-
-PolylinePassStart startPolylinePass(const OverkillSettings& settings, std::vector<PolylineRecord> list) {
+PolylinePassStart startPass(const OverkillSettings& settings, std::vector<PolylineRecord> list) {
     PolylinePassStart start;
     if (list.empty()) return start;
     const double e = comparisonTolerance(settings);
@@ -269,8 +262,9 @@ PolylinePassStart startPolylinePass(const OverkillSettings& settings, std::vecto
     return start;
 }
 
-void finishPolylinePass(OverkillRun& run, PolylinePassStart&& start, std::vector<PolylineRecord>& list,
-                        bool meetsLines, bool meetsArcs) {
+// Leaves the survivors of the pass in list.
+void finishPass(OverkillRun& run, PolylinePassStart&& start, std::vector<PolylineRecord>& list,
+                bool meetsLines, bool meetsArcs) {
     appendEdits(run.edits, std::move(start.edits));
     std::vector<PassPolyline>& polylines = start.polylines;
     if (polylines.empty()) {
@@ -285,15 +279,28 @@ void finishPolylinePass(OverkillRun& run, PolylinePassStart&& start, std::vector
     list = survivingPolylines(std::move(polylines));
 }
 
-void runPolylinePasses(OverkillRun& run) {
-    runPass(run, run.lightweightPolylines, true, true);
+} // namespace
+
+PolylinePassStarts startPolylinePasses(OverkillRun& run) {
+    return {startPass(run.settings, std::move(run.lightweightPolylines)),
+            startPass(run.settings, std::move(run.twoDPolylines)),
+            startPass(run.settings, std::move(run.threeDPolylines))};
+}
+
+void finishPolylinePasses(OverkillRun& run, PolylinePassStarts&& starts) {
+    finishPass(run, std::move(starts[0]), run.lightweightPolylines, true, true);
     run.lines.clear();
-    runPass(run, run.twoDPolylines, false, true);
+    finishPass(run, std::move(starts[1]), run.twoDPolylines, false, true);
     run.arcs.clear();
-    runPass(run, run.threeDPolylines, false, false);
+    finishPass(run, std::move(starts[2]), run.threeDPolylines, false, false);
     run.lightweightPolylines.clear();
     run.twoDPolylines.clear();
     run.threeDPolylines.clear();
+}
+
+void runPolylinePasses(OverkillRun& run) {
+    // The first steps read nothing the second steps of earlier passes write.
+    finishPolylinePasses(run, startPolylinePasses(run));
 }
 
 std::vector<PassPolyline> preparePolylines(std::vector<PolylineRecord> list, OverkillEdits& edits, double e) {

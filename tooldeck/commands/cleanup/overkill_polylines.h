@@ -5,6 +5,7 @@
 #include "tooldeck/commands/cleanup/overkill_polyline_segments.h"
 #include "tooldeck/commands/cleanup/overkill_records.h"
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -47,17 +48,16 @@ bool arcOnPolyline(const OverkillSettings& settings, const PassPolyline& polylin
 // The survivors of a pass, in list order.
 std::vector<PolylineRecord> survivingPolylines(std::vector<PassPolyline>&& polylines);
 
-// One pass in two steps. The first needs only the pass's own polylines (splitting, then polyline
-// against polyline), so it may run while the line and arc passes do; the second meets what those
-// passes left of the line and arc lists.
+// Passes 4 to 6 in two steps. The first needs only each pass's own polylines (splitting, then
+// polyline against polyline), so it may run while the line and arc passes do: it reads only
+// run.settings and takes the three polyline lists. The second meets what the line and arc passes left
+// of their lists, pass by pass, with the list clearing that follows each.
 struct PolylinePassStart {
     std::vector<PassPolyline> polylines;
     OverkillEdits edits; // what splitting and comparing erased and rebuilt
 };
-PolylinePassStart startPolylinePass(const OverkillSettings& settings, std::vector<PolylineRecord> list);
-// Appends start.edits to run.edits, erases the lines (meetsLines) and arcs (meetsArcs) lying on the
-// survivors, and leaves the survivors in list.
-void finishPolylinePass(OverkillRun& run, PolylinePassStart&& start, std::vector<PolylineRecord>& list,
-                        bool meetsLines, bool meetsArcs);
+using PolylinePassStarts = std::array<PolylinePassStart, 3>; // lightweight, 2D, 3D
+PolylinePassStarts startPolylinePasses(OverkillRun& run);
+void finishPolylinePasses(OverkillRun& run, PolylinePassStarts&& starts);
 
 } // namespace qvtd::overkill
