@@ -208,7 +208,10 @@ QV_API int qvedSSSetFirst(const qv_name gripSet, const qv_name pickSet) {
         }
         const SelectionSet* set = selectionOf(pickSet);
         if (!set) return refuse(HostError::BadArgument);
+        // Without a screen the pick-first set is the only visible selection; P at the next prompt
+        // must find it as well.
         setPickFirstSet(set->members());
+        setPreviousSet(set->members());
         return QV_NORM;
     });
 }

@@ -7,6 +7,7 @@
 #include "tooldeck/commands/cleanup/overkill_apply.h"
 #include "tooldeck/commands/cleanup/overkill_collect.h"
 #include "tooldeck/commands/cleanup/overkill_curve_passes.h"
+#include "tooldeck/host/selection_set.h"
 #include "tooldeck/module/ResourceText.h"
 #include "tooldeck/module/command_handlers.h"
 
@@ -19,19 +20,6 @@ namespace {
 constexpr unsigned kDuplicatesDeleted = 6294;
 constexpr unsigned kArcsCovered = 6295;
 
-// The set is freed on every way out.
-class SelectionSet {
-public:
-    SelectionSet() { qvedSSAdd(nullptr, nullptr, m_name); }
-    ~SelectionSet() { qvedSSFree(m_name); }
-    SelectionSet(const SelectionSet&) = delete;
-    SelectionSet& operator=(const SelectionSet&) = delete;
-    qv_name& name() { return m_name; }
-
-private:
-    qv_name m_name = {0, 0};
-};
-
 void report(int tally, unsigned textId, const char* fallback) {
     if (tally <= 0) return;
     ResourceText text(textId, fallback);
@@ -43,7 +31,7 @@ void report(int tally, unsigned textId, const char* fallback) {
 void cmd_Overkill() {
     using namespace overkill;
     SelectionSet selection;
-    if (qvedSSGet(nullptr, nullptr, nullptr, nullptr, selection.name()) != QV_NORM) return;
+    if (selection.select() != QV_NORM) return;
     OverkillSettings& settings = moduleSettings();
     COverKillDlg dialog(settings);
     if (dialog.DoModal() != IDOK) return;

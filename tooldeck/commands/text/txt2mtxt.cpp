@@ -4,7 +4,10 @@
 #include "qvad/api/qvad_api.h"
 #include "tooldeck/commands/text/CTxt2mtxtDialog.h"
 #include "tooldeck/commands/text/txt2mtxt_join.h"
+#include "tooldeck/host/data_list.h"
 #include "tooldeck/host/host_variables.h"
+#include "tooldeck/host/layer_locks.h"
+#include "tooldeck/host/selection_set.h"
 #include "tooldeck/module/ResourceText.h"
 #include "tooldeck/module/command_handlers.h"
 #include "tooldeck/module/settings.h"
@@ -21,7 +24,6 @@ namespace {
 
 using txt2mtxt::Point3;
 using txt2mtxt::SourceText;
-using EntityName = std::array<long long, 2>;
 
 constexpr unsigned kSelectedText = 2040;
 constexpr unsigned kCountEnd = 2041;
@@ -29,81 +31,6 @@ constexpr unsigned kSelectPrompt = 2042;
 constexpr unsigned kNothingToJoin = 2043;
 constexpr unsigned kJoinedText = 2044;
 constexpr unsigned kSkippedText = 2046;
-constexpr int kLayerLocked = 4;
-
-// A data list the command received or built, released when it goes.
-class DataList {
-public:
-    explicit DataList(qv_resbuf* list = nullptr) : m_list(list) {}
-    ~DataList() {
-        if (m_list) qvutRelRb(m_list);
-    }
-    DataList(const DataList&) = delete;
-    DataList& operator=(const DataList&) = delete;
-
-    qv_resbuf** out() { return &m_list; }
-    const qv_resbuf* get() const { return m_list; }
-    const qv_resbuf* find(int code) const {
-        for (const qv_resbuf* item = m_list; item; item = item->rbnext)
-            if (item->restype == code) return item;
-        return nullptr;
-    }
-    std::string text(int code) const {
-        const qv_resbuf* item = find(code);
-        return item && item->resval.rstring ? item->resval.rstring : "";
-    }
-    double real(int code, double fallback) const {
-        const qv_resbuf* item = find(code);
-        return item ? item->resval.rreal : fallback;
-    }
-    Point3 point(int code, Point3 fallback) const {
-        const qv_resbuf* item = find(code);
-        return item ? Point3{item->resval.rpoint[0], item->resval.rpoint[1], item->resval.rpoint[2]}
-                    : fallback;
-    }
-
-private:
-    qv_resbuf* m_list;
-};
-
-// A selection set the command obtained; freed when it goes.
-class Selection {
-public:
-    Selection() = default;
-    ~Selection() { release(); }
-    Selection(const Selection&) = delete;
-    Selection& operator=(const Selection&) = delete;
-
-    int get(const char* mode) {
-        release();
-        const int status = qvedSSGet(mode, nullptr, nullptr, nullptr, m_name);
-        m_held = status == QV_NORM;
-        return status;
-    }
-    void release() {
-        if (m_held) qvedSSFree(m_name);
-        m_held = false;
-    }
-    long length() const {
-        long count = 0;
-        if (m_held) qvedSSLength(m_name, &count);
-        return count;
-    }
-    std::vector<EntityName> members() const {
-        std::vector<EntityName> names;
-        const long count = length();
-        names.reserve(static_cast<std::size_t>(count));
-        for (long i = 0; i < count; ++i) {
-            EntityName name{};
-            if (qvedSSName(m_name, i, name.data()) == QV_NORM) names.push_back(name);
-        }
-        return names;
-    }
-
-private:
-    qv_name m_name = {0, 0};
-    bool m_held = false;
-};
 
 // CMDECHO is 0 while the command runs and comes back on every way out.
 class EchoSilenced {
@@ -138,22 +65,16 @@ void printText(unsigned id) {
     qvutPrintf("%s", text.fetch());
 }
 
-bool onLockedLayer(const std::string& layer) {
-    DataList record;
-    if (qvdbTblSearch("LAYER", layer.c_str(), 0, record.out()) != QV_NORM) return false;
-    const qv_resbuf* flags = record.find(70);
-    return flags && (flags->resval.rint & kLayerLocked) != 0;
-}
-
 // The members that are single-line texts on unlocked layers, in selection order.
 std::vector<EntityName> joinableTexts(const std::vector<EntityName>& members, bool exactTypeName) {
     std::vector<EntityName> kept;
+    LayerLocks locks;
     for (const EntityName& name : members) {
         DataList data;
         if (qvdbEntGet(name.data(), data.out()) != QV_NORM) continue;
         const std::string type = data.text(0);
         const bool isText = exactTypeName ? type == "TEXT" : strcasecmp(type.c_str(), "TEXT") == 0;
-        if (isText && !onLockedLayer(data.text(8))) kept.push_back(name);
+        if (isText && !locks.locked(data.text(8))) kept.push_back(name);
     }
     return kept;
 }
@@ -175,8 +96,7 @@ bool readText(const EntityName& name, TextEntity& entity) {
     source.alignment = data.point(10, Point3{});
     source.height = data.real(40, 0.0);
     source.rotation = data.real(50, 0.0);
-    const qv_resbuf* colour = data.find(62);
-    source.colour = colour ? colour->resval.rint : 256;
+    source.colour = static_cast<int>(data.integer(62, 256));
     entity.layer = data.text(8);
     entity.style = data.text(7);
     // A text without a style group uses the drawing's standard style; the new text must name it.
@@ -260,7 +180,7 @@ void joinTopToBottom(const std::vector<EntityName>& names, bool wordWrap) {
 }
 
 // Filters the chosen set, reports what it dropped and joins the rest in one undo group.
-void joinSelection(const Selection& selection, const Settings& settings) {
+void joinSelection(const SelectionSet& selection, const Settings& settings) {
     const std::vector<EntityName> members = selection.members();
     const std::vector<EntityName> texts = joinableTexts(members, false);
     const long selected = static_cast<long>(members.size());
@@ -288,8 +208,8 @@ void runTxt2mtxt() {
     EchoSilenced echo;
     Settings settings = readSettings();
 
-    Selection selection;
-    if (selection.get("I") == QV_NORM && selection.length() >= 2) {
+    SelectionSet selection;
+    if (selection.select("I") == QV_NORM && selection.length() >= 2) {
         const long selected = selection.length();
         const long valid = static_cast<long>(joinableTexts(selection.members(), true).size());
         printCount(kSelectedText, selected, kCountEnd);
@@ -305,7 +225,7 @@ void runTxt2mtxt() {
         printText(kSelectPrompt);
         // A failure left over from an earlier call must not hide an empty answer.
         setShortVar("ERRNO", 0);
-        const int status = selection.get(nullptr);
+        const int status = selection.select();
         if (status == QV_NORM) break;
         if (status == QV_CANCEL) return;
         if (isEmptyAnswer(getShortVar("ERRNO"))) {
